@@ -1,0 +1,19 @@
+// The calibration file: the points and settings of one observing run as
+// single-byte text, one value per line, CR LF line ends.
+#pragma once
+
+#include <string>
+
+struct ModelState;
+
+// A real number as the file writes it: " 1.5 " for a non-negative value,
+// "-1.5 " for a negative one; up to 15 significant digits, "." always.
+std::string NumToFileStr(double x);
+
+// Writes the points and settings of the model to FileName. False when the
+// file cannot be written.
+bool SaveCalFile(ModelState& s, const std::string& FileName);
+
+// Reads a calibration file into the model. False when the file cannot be
+// read or is not a valid calibration file.
+bool LoadCalFile(ModelState& s, const std::string& FileName);

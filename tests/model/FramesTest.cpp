@@ -122,6 +122,15 @@ TEST(AxisAnglesOfVector, NegativeTsignGivesTheOtherAxisPosition) {
     EXPECT_NEAR(-0.6, Theta, 1e-15);
 }
 
+TEST(AxisAnglesOfVector, HalfTurnPlusHalfTurnIsNotWrapped) {
+    // (-1, 0, 0) has Phi exactly 3.141592654; turned by the half turn it is
+    // exactly the full turn, which is not above the full turn and stays.
+    double Theta = 0, Phi = 0;
+    VecToAngles({-1, 0, 0}, -1, Theta, Phi);
+    EXPECT_EQ(Phi, 6.283185308);
+    EXPECT_EQ(Theta, -3.141592654 / 2);
+}
+
 TEST(AxisAnglesOfVector, AnyLengthIsAccepted) {
     double Theta = 1, Phi = 1;
     VecToAngles({0, 0, 5}, 1, Theta, Phi);

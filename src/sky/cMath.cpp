@@ -31,14 +31,12 @@ bool cMath::MatrixInverse(Matrix& A, MatrixVector& B, int N) const {
     std::array<int, kMaxMatrix + 1> pivotCol{};
     std::array<int, kMaxMatrix + 1> colMark{};
     bool regular = true;
-    // Kept from one step to the next, so that a step that finds no candidate
-    // (only NaN left) still works on valid indices.
-    int irow = 0;
-    int icol = 0;
 
     for (int i = 1; i <= N; ++i) {
         // Largest remaining element; ">=" lets the last among equals win.
         double big = 0;
+        int irow = 0;
+        int icol = 0;
         for (int j = 1; j <= N; ++j) {
             if (colMark[j] == 1) continue;
             const auto& row = A[j];
@@ -47,6 +45,19 @@ bool cMath::MatrixInverse(Matrix& A, MatrixVector& B, int N) const {
                 const double a = std::fabs(row[k]);
                 if (a >= big) {
                     big = a;
+                    irow = j;
+                    icol = k;
+                }
+            }
+        }
+        if (irow == 0) {
+            // Only NaN was left, which wins no comparison: take the last
+            // candidate all the same, so the NaN spreads into the result
+            // instead of the work leaving the 1..N tables.
+            for (int j = 1; j <= N; ++j) {
+                if (colMark[j] == 1) continue;
+                for (int k = 1; k <= N; ++k) {
+                    if (colMark[k] != 0) continue;
                     irow = j;
                     icol = k;
                 }

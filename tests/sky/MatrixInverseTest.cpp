@@ -146,6 +146,21 @@ TEST(MatrixInverseSingular, LastEqualCandidateWinsAndZeroPivotUses1e12) {
     EXPECT_EQ(B[2], 1e12 + 2);
 }
 
+TEST(MatrixInverseSingular, NaNEntriesPassThrough) {
+    // No element can win the pivot search; the work still ends, within rows
+    // and columns 1..N, and the NaN shows in the solution.
+    Matrix A{};
+    MatrixVector B{};
+    for (int i = 1; i <= 3; ++i) {
+        B[i] = 1;
+        for (int j = 1; j <= 3; ++j) A[i][j] = std::nan("");
+    }
+    kMath.MatrixInverse(A, B, 3);
+    for (int i = 1; i <= 3; ++i) EXPECT_TRUE(std::isnan(B[i])) << i;
+    EXPECT_EQ(A[0][0], 0.0) << "row 0 is not part of the matrix";
+    EXPECT_EQ(B[0], 0.0);
+}
+
 TEST(MatrixInverseLarge, RandomWellConditioned46) {
     // R + 10 I with R uniform in (-1, 1) has its eigenvalues within about 4 of
     // 10, so it is well conditioned; its rows are then shuffled so that the

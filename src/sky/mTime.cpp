@@ -175,7 +175,9 @@ DateTimeRec JDToDate(double JD) {
 // Local sidereal time (radians) of a Julian day at the site longitude. The
 // sidereal hours are multiplied once more by the sidereal rate, which the
 // true local sidereal time of LTToLSTRad does not do: the result runs ahead
-// of it by up to about 0.066 hours (1 degree) near 24 hours.
+// of it by 0.002737908 of the hours summed, up to about 1.45 degrees for an
+// eastern site, where the sum can pass 24 hours before the product is taken.
+// Clients rely on this value as it is.
 double JDtoLSTRad(const ModelState& s, double JD) {
     DateTimeRec UT = JDToDate(JD);
     DateTimeRec GST = UTToGST(UT);

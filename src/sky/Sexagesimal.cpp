@@ -16,6 +16,7 @@ SexagesimalParts SexagesimalSplit(double A) {
 std::string CarrySeconds(SexagesimalParts& p, int decimals) {
     // The value of the rounded text is the rounded value: rounding the exact
     // binary value once, for both the test and the text, keeps them in step.
+    // A NaN has no rounded value and carries nothing.
     double rounded = 0.0;
     ParseNumber(RoundedText(p.Seconds, decimals), rounded);
     if (rounded >= 60) {

@@ -6,9 +6,12 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <memory>
+#include <random>
 #include <vector>
 
 #include "model/Constants.h"
+#include "model/Vec3.h"
 
 struct ModelState;
 
@@ -40,6 +43,32 @@ struct SyntheticPoint {
     double Dec = 0;
     double LST = 0;
     double JD = 0;
+    std::string TimeStr;
+    std::string DateStr;
+};
+
+// An imaginary mount at a site, measuring stars: each measurement gives the
+// encoders at which the mount looks at a direction and the J2000 place it
+// really looks at there, with the noise of the mount description added.
+class SyntheticObserver {
+public:
+    SyntheticObserver(const ModelState& site, const SyntheticMount& m);
+    ~SyntheticObserver();
+    SyntheticObserver(const SyntheticObserver&) = delete;
+    SyntheticObserver& operator=(const SyntheticObserver&) = delete;
+
+    // Centres the mount on a horizon-frame direction (x north, y west, z zenith).
+    SyntheticPoint MeasureDirection(Vec3 horizon, int16_t Tsign, double LST, double JD);
+    // Centres the mount on a star of the given J2000 place.
+    SyntheticPoint MeasureStar(double RA, double Dec, int16_t Tsign, double LST, double JD);
+    // The imaginary mount itself, a model with the errors of the description.
+    const ModelState& Truth() const { return *truth_; }
+
+private:
+    void AddNoise(SyntheticPoint& p);
+    std::unique_ptr<ModelState> truth_;
+    double noiseRMS_;
+    std::mt19937 gen_;
 };
 
 // Makes the points with the site, mount and encoder settings of `site`

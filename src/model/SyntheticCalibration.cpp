@@ -50,18 +50,22 @@ SyntheticObserver::~SyntheticObserver() = default;
 
 SyntheticPoint SyntheticObserver::MeasureDirection(Vec3 horizon, int16_t Tsign, double LST, double JD) {
     SyntheticPoint p;
-    p.LST = LST;
-    p.JD = JD;
-    // Encoders at which the imaginary mount looks there, then the place it
-    // really looks at for exactly those encoders: the forward model is exact.
-    VectorToEncoders(*truth_, HorizonToMount(*truth_, horizon), Tsign, p.ThetaEnc, p.PhiEnc);
-    EncodersToCelestial(*truth_, LST, JD, p.ThetaEnc, p.PhiEnc, p.RA, p.Dec);
-    AddNoise(p);
-    return p;
+    HorizonToCelestial(*truth_, horizon, LST, JD, p.RA, p.Dec);
+    return MeasureStar(p.RA, p.Dec, Tsign, LST, JD);
 }
 
+// The encoders come from the place through the very chain the fit uses,
+// inverted by the model's own iteration (about 1e-9 rad from exact for
+// coefficients of arcminutes), so that a fit sees consistent points.
 SyntheticPoint SyntheticObserver::MeasureStar(double RA, double Dec, int16_t Tsign, double LST, double JD) {
-    return MeasureDirection(CelestialToHorizon(*truth_, RA, Dec, LST, JD), Tsign, LST, JD);
+    SyntheticPoint p;
+    p.RA = RA;
+    p.Dec = Dec;
+    p.LST = LST;
+    p.JD = JD;
+    CelestialToEncoders(*truth_, LST, JD, RA, Dec, Tsign, p.ThetaEnc, p.PhiEnc);
+    AddNoise(p);
+    return p;
 }
 
 // Noise of noiseRMS_ on the sky along each axis, turned into counts.

@@ -50,8 +50,8 @@ TEST(ResidualFigures, AUnusedPointStillGetsItsErrors) {
     ComputeResiduals(*s);  // on the perfect model, no fit
     EXPECT_EQ(s->NumPointsUsed, 4);
     EXPECT_NEAR(s->CalPoints[3].DistErr, 10 * kArcsec, 0.01 * kArcsec);
-    // Encoders read 10" more: the axis stands 10" nearer the zenith, the
-    // model puts the star 10" lower in Theta terms: ThetaErr = +10".
+    // Theta counts up from the horizon: 10" more counts put the axis 10"
+    // nearer the zenith, so model minus measurement of Theta is +10".
     EXPECT_NEAR(s->CalPoints[3].ThetaErr, 10 * kArcsec, 0.01 * kArcsec);
     EXPECT_NEAR(s->MaxErrAll, 10 * kArcsec, 0.01 * kArcsec);
     EXPECT_LT(s->MaxErrSel, 1e-8);
@@ -75,9 +75,9 @@ TEST(ResidualFigures, NoUsedPointLeavesTheSelectedFiguresAtZero) {
 TEST(ResidualSigns, AreModelMinusMeasurementOnTheSky) {
     auto s = PerfectPoints(1);
     CalPoint& p = s->CalPoints[1];
-    // Phi counts clockwise (with azimuth): 30" more counts make the axis
-    // stand 30"/sin(Theta) further in azimuth, so the model minus measured
-    // Phi is positive by 30"... in Phi, which runs against the counts.
+    // Phi counts clockwise, so Phi runs against the counts: 30" more counts
+    // put the axis 30" lower in Phi, and model minus measurement is +30" in
+    // Phi, which is 30" x sin(Theta) on the sky.
     double Theta = 0, Phi = 0;
     EncodersToAngles(*s, p.ThetaEnc, p.PhiEnc, Theta, Phi);
     p.PhiEnc += 30 * kArcsec;

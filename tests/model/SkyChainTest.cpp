@@ -50,7 +50,8 @@ TEST(SkyChainWithoutRefraction, OnTheMeridianTheWestComponentIsZero) {
     auto s = FreshModel();
     s->EnableRefraction = false;
     const Vec3 v = ApparentToHorizon(*s, 1.2, 0.3, 1.2);
-    EXPECT_NEAR(v.y, 0.0, 1e-15);
+    // Zero but for the cosine of the short quarter turn, about 2e-10.
+    EXPECT_NEAR(v.y, 0.0, 1e-9);
     EXPECT_GT(v.x, -1.0);
 }
 
@@ -91,7 +92,7 @@ TEST(Refraction, AtFortyFiveDegreesIsSaemundssonsValue) {
     s->Temperature = 10;  // K = (1010/1010) x 283/283 = 1
     double Theta = 45 * 3.141592654 / 180;
     ApplyRefraction(*s, Theta, true);
-    const double liftDeg = (45 - (90 - Theta * 180 / 3.141592654));
+    const double liftDeg = (90 - Theta * 180 / 3.141592654) - 45;
     // Saemundsson at h = 45 deg: (1.02/60) / tan(45 + 10.3/50.11 deg) deg,
     // worked out here with true pi; the program's factors differ in the
     // tenth digit.
@@ -107,7 +108,9 @@ TEST(Refraction, BackwardUndoesForwardFromFiveToNinetyDegrees) {
         double Theta = (90 - alt) * 3.141592654 / 180;
         const double start = Theta;
         ApplyRefraction(*s, Theta, true);
-        EXPECT_LT(Theta, start + 1e-15) << "refraction lifts the star, alt " << alt;
+        // Refraction lifts the star; only at the zenith itself does the
+        // formula's argument pass 90 degrees and lower it by 0.1".
+        if (alt < 89) EXPECT_LT(Theta, start) << "refraction lifts the star, alt " << alt;
         ApplyRefraction(*s, Theta, false);
         EXPECT_NEAR(Theta * 180 / 3.141592654, start * 180 / 3.141592654, 1e-6) << "alt " << alt;
     }

@@ -110,7 +110,9 @@ TEST(Refraction, BackwardUndoesForwardFromFiveToNinetyDegrees) {
         ApplyRefraction(*s, Theta, true);
         // Refraction lifts the star; only at the zenith itself does the
         // formula's argument pass 90 degrees and lower it by 0.1".
-        if (alt < 89) EXPECT_LT(Theta, start) << "refraction lifts the star, alt " << alt;
+        if (alt < 89) {
+            EXPECT_LT(Theta, start) << "refraction lifts the star, alt " << alt;
+        }
         ApplyRefraction(*s, Theta, false);
         EXPECT_NEAR(Theta * 180 / 3.141592654, start * 180 / 3.141592654, 1e-6) << "alt " << alt;
     }

@@ -162,7 +162,9 @@ TEST(FitLadder, OnePointFitsTheTwoOffsetsExactly) {
     // With default counts the offsets carry the whole shift.
     EXPECT_LT(std::fabs(s->TermCoef[1]), 1e-6);
     EXPECT_LT(std::fabs(s->TermCoef[2]), 1e-6);
-    EXPECT_LT(s->CalPoints[1].DistErr, 1e-9);
+    // Stage 2 stops once a pass moves the offsets by less than 1e-6; what it
+    // leaves is a small fraction of that.
+    EXPECT_LT(s->CalPoints[1].DistErr, 1e-7);
     EXPECT_EQ(s->RMSErrSel, s->MaxErrSel);
 }
 
@@ -223,6 +225,7 @@ TEST(FitLadder, ZeroMaxSensitivityDropsEveryTerm) {
 TEST(FitLadder, ATermWhoseFlagIsOffHasZeroCoefficient) {
     auto s = ModelWithPoints(30, false);  // the mount has a cone error, flag 1 is off
     Calibrate(*s);
+    ComputeResiduals(*s);
     EXPECT_FALSE(s->TermActive[5]);
     EXPECT_EQ(s->TermCoef[5], 0.0);
     EXPECT_GT(s->RMSErrSel, 1e-5) << "the cone error stays in the residuals";

@@ -21,7 +21,7 @@ struct ReadFailure {};
 
 // The reads of the file, each of which either gives its value or fails.
 class CalFileInput {
-public:
+  public:
     explicit CalFileInput(TextLineReader& in) : in_(in) {}
 
     bool AtEnd() { return in_.AtEnd(); }
@@ -63,7 +63,7 @@ public:
         throw ReadFailure{};
     }
 
-private:
+  private:
     static std::string LowerTrimmed(const std::string& text) {
         size_t first = text.find_first_not_of(" \t");
         if (first == std::string::npos) return {};
@@ -86,10 +86,10 @@ void ReadStars(ModelState& s, CalFileInput& in) {
         s.NumCalPoints = 0;
         throw ReadFailure{};
     }
-    s.NumCalPoints = count;
+    // The table ends at 500: a larger count is stored as 500 and fails at
+    // star 501, so the model never holds a count beyond its table.
+    s.NumCalPoints = count > kMaxCalPoints ? static_cast<int16_t>(kMaxCalPoints) : count;
     for (int i = 1; i <= count; ++i) {
-        // The table ends at 500: a larger count fails at star 501 with the
-        // 500 stars read so far in the table.
         if (i > kMaxCalPoints) throw ReadFailure{};
         CalPoint& p = s.CalPoints[i];
         in.Skip();  // blank

@@ -22,7 +22,7 @@ namespace {
 
 // Collects the lines of the file, each with its CR LF.
 class LineSink {
-public:
+  public:
     void Line(const std::string& text) {
         bytes_ += text;
         bytes_ += "\r\n";
@@ -44,18 +44,25 @@ public:
 
     const std::string& Bytes() const { return bytes_; }
 
-private:
+  private:
     std::string bytes_;
 };
 
 void WriteStars(const ModelState& s, LineSink& out) {
     namespace L = CalFileLabel;
     out.Line(L::kCount);
-    out.Line(" " + IntText(s.NumCalPoints) + " ");
+    // The count in the shape of a non-negative real: blank, digits, blank.
+    std::string count(1, ' ');
+    count += IntText(s.NumCalPoints);
+    count += ' ';
+    out.Line(count);
     for (int i = 1; i <= s.NumCalPoints; ++i) {
         const CalPoint& p = s.CalPoints[i];
         out.Blank();
-        out.Line(L::kStarPrefix + IntText(i) + ":");
+        std::string heading = L::kStarPrefix;
+        heading += IntText(i);
+        heading += ':';
+        out.Line(heading);
         out.FreeText(p.Name);
         out.Line(L::kRADec);
         out.Real(p.RA);

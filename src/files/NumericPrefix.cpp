@@ -5,7 +5,9 @@
 
 namespace {
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
 
 // Whether an out-of-range decimal number is too large rather than too
 // small: the power of ten of its first non-zero digit, with the exponent
@@ -70,8 +72,9 @@ double NumericPrefixValue(const std::string& Text) {
     double value = 0.0;
     const auto res = std::from_chars(mantissa, p, value, std::chars_format::general);
     if (res.ec == std::errc::result_out_of_range) {
-        value = IsOverflow(mantissa, mantissaEnd, exponent) ? std::numeric_limits<double>::infinity()
-                                                            : 0.0;
+        value = IsOverflow(mantissa, mantissaEnd, exponent)
+                    ? std::numeric_limits<double>::infinity()
+                    : 0.0;
     } else if (res.ec != std::errc()) {
         value = 0.0;
     }

@@ -6,7 +6,7 @@
 #include <string>
 
 class TextLineReader {
-public:
+  public:
     // Opens the file for reading. False when it cannot be opened.
     bool Open(const std::string& FileName);
 
@@ -20,6 +20,6 @@ public:
     // end. False, with Line emptied, when nothing is left to read.
     bool ReadLine(std::string& Line);
 
-private:
+  private:
     std::ifstream in_;
 };

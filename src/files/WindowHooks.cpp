@@ -18,13 +18,17 @@ std::function<void()>& EnableToChkHook() {
 
 }  // namespace
 
-void SetPendingEventsHook(std::function<void()> Hook) { PendingEventsHook() = std::move(Hook); }
+void SetPendingEventsHook(std::function<void()> Hook) {
+    PendingEventsHook() = std::move(Hook);
+}
 
 void RunPendingEvents() {
     if (PendingEventsHook()) PendingEventsHook()();
 }
 
-void SetEnableToChkHook(std::function<void()> Hook) { EnableToChkHook() = std::move(Hook); }
+void SetEnableToChkHook(std::function<void()> Hook) {
+    EnableToChkHook() = std::move(Hook);
+}
 
 void RunEnableToChk() {
     if (EnableToChkHook()) EnableToChkHook()();

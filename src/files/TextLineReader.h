@@ -1,5 +1,5 @@
-// Line-by-line reading of the program's text files, with the end-of-file
-// test of the original readers.
+// Line-by-line reading of the program's text files, with a test for the end
+// of the file between lines.
 #pragma once
 
 #include <fstream>

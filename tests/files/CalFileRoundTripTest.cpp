@@ -182,7 +182,7 @@ TEST(CalFileStarNames, CharacterWithoutWindows1252FormBecomesQuestionMark) {
     EXPECT_EQ(NameLineBytes(ReadBytes(name)), "? Cen");
 }
 
-TEST(CalFileStarNames, FileFromTheOriginalPlatformLoadsAsUtf8) {
+TEST(CalFileStarNames, FileMadeOnWindowsLoadsAsUtf8) {
     TempFolder dir;
     auto lines = filetest::OneStarExampleLines();
     lines[4] = "M31 \xB0 \xE9toile";  // 0xB0 degree sign, 0xE9 e acute
@@ -192,7 +192,7 @@ TEST(CalFileStarNames, FileFromTheOriginalPlatformLoadsAsUtf8) {
     InitModel(*s);
     ASSERT_TRUE(LoadCalFile(*s, name));
     EXPECT_EQ(s->CalPoints[1].Name, "M31 \xC2\xB0 \xC3\xA9toile");
-    // Saved again, the line is the original bytes.
+    // Saved again, the line has the bytes it was read from.
     ASSERT_TRUE(SaveCalFile(*s, name));
     EXPECT_EQ(NameLineBytes(ReadBytes(name)), lines[4]);
 }

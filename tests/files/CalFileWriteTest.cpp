@@ -15,7 +15,7 @@ using filetest::JoinLines;
 using filetest::ReadBytes;
 using filetest::TempFolder;
 
-// The model of the documented one-star example: defaults, the first fifteen
+// The model of the reference one-star file: defaults, the first fifteen
 // term flags on, and one point without a name.
 std::unique_ptr<ModelState> OneStarModel() {
     auto s = std::make_unique<ModelState>();
@@ -40,8 +40,8 @@ TEST(CalFileWriting, OneStarExampleComesOutByteForByte) {
     auto s = OneStarModel();
     const std::string name = dir.File("example.AZT");
     ASSERT_TRUE(SaveCalFile(*s, name));
-    // Wanted: the documented example, typed out line by line, each line
-    // ended by CR LF.
+    // Wanted: the reference example of the file format, typed out line by
+    // line, each line ended by CR LF.
     const std::string wanted = JoinLines(filetest::OneStarExampleLines());
     const std::string got = ReadBytes(name);
     EXPECT_EQ(got, wanted);

@@ -78,9 +78,9 @@ inline std::vector<std::string> LinesThrough(const std::vector<std::string>& lin
     return std::vector<std::string>(lines.begin(), lines.begin() + last + 1);
 }
 
-// The one-star calibration file of the documented example, typed out line
-// by line: a model at its defaults with all of the first fifteen term flags
-// on and one point.
+// The reference one-star example of the file format, typed out line by
+// line: a model at its defaults with all of the first fifteen term flags on
+// and one point.
 inline std::vector<std::string> OneStarExampleLines() {
     return {
         "Number of Cal Stars:",

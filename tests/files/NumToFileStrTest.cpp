@@ -17,7 +17,7 @@
 namespace {
 
 TEST(NumToFileStrShape, BlanksAroundNonNegativeMinusInFirstColumn) {
-    // Wanted texts are the number lines of the documented one-star example.
+    // Wanted texts are the number lines of the reference one-star file.
     EXPECT_EQ(NumToFileStr(1.5), " 1.5 ");
     EXPECT_EQ(NumToFileStr(-0.25), "-0.25 ");
     EXPECT_EQ(NumToFileStr(2451545.0), " 2451545 ");

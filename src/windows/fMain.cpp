@@ -14,6 +14,7 @@
 
 #include "files/CalFile.h"
 #include "files/TraceLog.h"
+#include "files/WindowHooks.h"
 #include "model/ModelState.h"
 #include "model/Residuals.h"
 #include "model/Solver.h"
@@ -54,6 +55,8 @@ std::string CalFileFilter() {
 
 fMain::fMain(ModelState& s, QWidget* parent) : QMainWindow(parent), s_(s) {
     OnModelChanged = [this] { RefitAndRedraw(); };
+    // Long file routines let queued window events run through this hook.
+    SetPendingEventsHook([] { QCoreApplication::processEvents(); });
     BuildControls();
     BuildMenus();
     FormLoad();
@@ -64,6 +67,13 @@ fMain::~fMain() = default;
 void fMain::BuildControls() {
     auto* central = new QWidget(this);
     central->setFixedSize(kInnerWidth, kInnerHeight);
+    // Captions sit on the frame line, as on the classic desktop, so that the
+    // five rows fit the fixed height round the 313-pixel plot.
+    central->setStyleSheet(QStringLiteral(
+        "QGroupBox { border: 1px solid palette(mid); border-radius: 2px;"
+        " margin-top: 7px; padding-top: 3px; }"
+        "QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top left;"
+        " left: 6px; padding: 0 2px; }"));
     auto* top = new QVBoxLayout(central);
     top->setContentsMargins(4, 2, 4, 2);
     top->setSpacing(2);
@@ -90,7 +100,7 @@ void fMain::BuildControls() {
     axisGrid->addWidget(lblWestDir, 1, 1);
     axisGrid->setColumnMinimumWidth(0, 52);
     axisGrid->setColumnMinimumWidth(1, 52);
-    row2->addWidget(axis);
+    row2->addWidget(axis, 1);
 
     auto* num = Group(QString(), central);
     auto* numBox = new QVBoxLayout(num);
@@ -99,7 +109,7 @@ void fMain::BuildControls() {
     numBox->addWidget(Label(QStringLiteral("Cal Points"), num), 0, Qt::AlignHCenter);
     lblNum = Label(QString(), num, "lblNum");
     numBox->addWidget(lblNum, 0, Qt::AlignHCenter);
-    row2->addWidget(num);
+    row2->addWidget(num, 0);
 
     auto* sen = Group(QString(), central);
     auto* senBox = new QVBoxLayout(sen);
@@ -109,15 +119,16 @@ void fMain::BuildControls() {
     senBox->addWidget(lblSen1, 0, Qt::AlignHCenter);
     lblSensitivity = Label(QString(), sen, "lblSensitivity");
     senBox->addWidget(lblSensitivity, 0, Qt::AlignHCenter);
-    row2->addWidget(sen);
+    row2->addWidget(sen, 0);
     top->addLayout(row2);
 
-    // Row 3: graph type and scale.
+    // Row 3: graph type and scale, the options of each group one above the other.
     auto* row3 = new QHBoxLayout;
     row3->setSpacing(3);
     auto* type = Group(QStringLiteral("Graph type"), central);
-    auto* typeBox = new QHBoxLayout(type);
-    typeBox->setContentsMargins(4, 0, 4, 2);
+    auto* typeBox = new QVBoxLayout(type);
+    typeBox->setContentsMargins(6, 0, 4, 1);
+    typeBox->setSpacing(0);
     optError = new QRadioButton(QStringLiteral("Errors"), type);
     optError->setObjectName(QStringLiteral("optError"));
     Option1 = new QRadioButton(QStringLiteral("Positions"), type);
@@ -127,8 +138,9 @@ void fMain::BuildControls() {
     typeBox->addWidget(Option1);
     row3->addWidget(type);
     auto* scale = Group(QStringLiteral("Scale graph using"), central);
-    auto* scaleBox = new QHBoxLayout(scale);
-    scaleBox->setContentsMargins(4, 0, 4, 2);
+    auto* scaleBox = new QVBoxLayout(scale);
+    scaleBox->setContentsMargins(6, 0, 4, 1);
+    scaleBox->setSpacing(0);
     optAll = new QRadioButton(QStringLiteral("All Points"), scale);
     optAll->setObjectName(QStringLiteral("optAll"));
     optSelected = new QRadioButton(QStringLiteral("Selected Points"), scale);

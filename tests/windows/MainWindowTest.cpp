@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -97,6 +98,11 @@ class MainWindowTest : public QObject {
         auto s = FreshModel();
         fMain w(*s);
         QCOMPARE(w.centralWidget()->size(), QSize(325, 492));
+        // All rows fit the fixed area: nothing is squeezed below its minimum.
+        const QSize need = w.centralWidget()->layout()->minimumSize();
+        QVERIFY2(need.width() <= 325 && need.height() <= 492,
+                 qPrintable(
+                     QStringLiteral("layout needs %1 x %2").arg(need.width()).arg(need.height())));
         QCOMPARE(w.minimumSize(), w.maximumSize());
         QCOMPARE(w.picError->size(), QSize(313, 313));
         QCOMPARE(w.picError->Picture().ScaleWidth(), 309);

@@ -4,6 +4,9 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -57,6 +60,43 @@ void WhenModal(std::function<void(T*)> Action, int TimeoutMs = 5000) {
         timer->deleteLater();
         delete clock;
         if (w != nullptr) Action(w);
+    });
+    timer->start(10);
+}
+
+// Answers the next file chooser with Name, as if typed and confirmed. The
+// answer is repeated at each tick until the chooser has closed, in case it
+// was not ready for it. Title, if given, receives the chooser's title.
+inline void AcceptFileDialog(const QString& Name, QString* Title = nullptr, int TimeoutMs = 5000) {
+    auto* timer = new QTimer;
+    auto* clock = new QElapsedTimer;
+    auto* handled = new QPointer<QFileDialog>;
+    auto* started = new bool(false);
+    clock->start();
+    QObject::connect(timer, &QTimer::timeout, [=] {
+        QFileDialog* d = *handled;
+        if (!*started) d = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        const bool open = d != nullptr && d->isVisible();
+        if (!open && (*started || clock->elapsed() >= TimeoutMs)) {
+            timer->stop();
+            timer->deleteLater();
+            delete clock;
+            delete handled;
+            delete started;
+            return;
+        }
+        if (!open) return;
+        if (!*started && Title) *Title = d->windowTitle();
+        *started = true;
+        *handled = d;
+        // Typed into the name box: selectFile leaves a focused box alone.
+        if (auto* edit = d->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
+            edit->setText(Name);
+        } else {
+            d->selectFile(Name);
+        }
+        // Through QDialog, where accept is public; the chooser's own runs.
+        static_cast<QDialog*>(d)->accept();
     });
     timer->start(10);
 }

@@ -1,16 +1,35 @@
-// The aztrue executable: command-line entry point.
-#include <cstring>
+// The aztrue executable: the fit command and the version.
 #include <iostream>
+#include <string>
+#include <vector>
 
+#include "app/FitCommand.h"
 #include "model/ModelState.h"
 
+namespace {
+
+void Usage(std::ostream& out) {
+    out << "usage: aztrue --version\n"
+           "       aztrue fit [--terms altaz|equatorial|all|none] [--json] FILE\n";
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
-    if (argc >= 2 && std::strcmp(argv[1], "--version") == 0) {
+    std::vector<std::string> args(argv + 1, argv + argc);
+    if (!args.empty() && args[0] == "--version") {
         ModelState state;
         InitModel(state);
         std::cout << state.Version << "\n";
         return 0;
     }
-    std::cerr << "usage: aztrue --version\n";
+    if (!args.empty() && args[0] == "fit") {
+        return RunFitCommand(std::vector<std::string>(args.begin() + 1, args.end()), std::cout, std::cerr);
+    }
+    if (!args.empty() && (args[0] == "--help" || args[0] == "-h")) {
+        Usage(std::cout);
+        return 0;
+    }
+    Usage(std::cerr);
     return 2;
 }

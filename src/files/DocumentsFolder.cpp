@@ -29,7 +29,8 @@ std::string FromUserDirsFile(const std::string& home) {
         if (value.size() >= 2 && value.front() == '"' && value.back() == '"')
             value = value.substr(1, value.size() - 2);
         const std::string homeVar = "$HOME";
-        if (value.compare(0, homeVar.size(), homeVar) == 0) value = home + value.substr(homeVar.size());
+        if (value.compare(0, homeVar.size(), homeVar) == 0)
+            value = home + value.substr(homeVar.size());
         return value;
     }
     return {};

@@ -1,0 +1,18 @@
+// `aztrue fit FILE`: load a calibration file, fit, and report.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+// Exit codes of the fit command.
+inline constexpr int kFitOk = 0;
+inline constexpr int kFitUsageError = 2;    // unknown option, missing or unreadable file
+inline constexpr int kFitInvalidFile = 3;   // not a valid calibration file
+
+// args are the words after "fit". Writes the report to out and messages to
+// err; never writes to the input file.
+int RunFitCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+// The help text of the fit command.
+std::string FitCommandHelp();

@@ -1,0 +1,15 @@
+// The report of a fit, for people (text) and for scripts (JSON).
+#pragma once
+
+#include <ostream>
+#include <string>
+
+struct ModelState;
+
+// Writes the site and mount settings, the point counts, the error figures,
+// the sensitivity, the axis misalignment in words, the encoder offsets, every
+// active term and a table of the points. Angles are in arcseconds.
+void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostream& out);
+
+// The same content as one JSON object.
+void WriteFitReportJson(const ModelState& s, const std::string& fileName, std::ostream& out);

@@ -11,7 +11,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   qt6-base-dev qt6-base-dev-tools libgl-dev
   dbus dbus-x11 xvfb xauth
-  python3 python3-dbus
+  python3 python3-dbus locales
 )
 
 missing=()

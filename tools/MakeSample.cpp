@@ -10,7 +10,6 @@
 #include "model/ModelState.h"
 #include "model/SkyChain.h"
 #include "model/SyntheticCalibration.h"
-#include "model/Terms.h"
 #include "sky/NumberText.h"
 #include "sky/mTime.h"
 
@@ -53,6 +52,17 @@ const CatalogueStar kStars[] = {
     {"Ruchbah", 1, 25, 48.9, 60, 14, 7},     {"Almach", 2, 3, 54.0, 42, 19, 47},
     {"Deneb", 20, 41, 25.9, 45, 16, 49},     {"Fomalhaut", 22, 57, 39.0, -29, 37, 20},
     {"Alkaid", 13, 47, 32.4, 49, 18, 48},    {"Arcturus", 14, 15, 39.7, 19, 10, 57},
+    {"Talitha", 8, 59, 12.5, 48, 2, 30},     {"Muscida", 8, 30, 15.9, 60, 43, 5},
+    {"Phecda", 11, 53, 49.8, 53, 41, 41},    {"Megrez", 12, 15, 25.6, 57, 1, 57},
+    {"Zosma", 11, 14, 6.5, 20, 31, 25},      {"Chertan", 11, 14, 14.4, 15, 25, 46},
+    {"Cor Caroli", 12, 56, 1.7, 38, 19, 6},  {"Tania Australis", 10, 22, 19.7, 41, 29, 58},
+    {"Alterf", 9, 31, 43.2, 22, 58, 5},      {"Acubens", 8, 58, 29.2, 11, 51, 28},
+    {"Asellus Australis", 8, 44, 41.1, 18, 9, 15}, {"Tejat", 6, 22, 57.6, 22, 30, 49},
+    {"Mebsuta", 6, 43, 55.9, 25, 7, 52},     {"Wasat", 7, 20, 7.4, 21, 58, 56},
+    {"Mira", 2, 19, 20.8, -2, 58, 39},       {"Sheratan", 1, 54, 38.4, 20, 48, 29},
+    {"Atik", 3, 54, 7.9, 31, 53, 1},         {"Alcyone", 3, 47, 29.1, 24, 6, 18},
+    {"Zaurak", 3, 58, 1.8, -13, 30, 31},     {"Cursa", 5, 7, 51.0, -5, 5, 11},
+    {"Phact", 5, 39, 38.9, -34, 4, 27},
 };
 
 double StarRA(const CatalogueStar& c) { return (c.RAHours + c.RAMin / 60 + c.RASec / 3600) * 3.141592654 / 12; }
@@ -62,7 +72,11 @@ double StarDec(const CatalogueStar& c) {
     return sign * (std::fabs(c.DecDeg) + c.DecMin / 60 + c.DecSec / 3600) * 3.141592654 / 180;
 }
 
-std::string Two(int v) { return (v < 10 ? "0" : "") + std::to_string(v); }
+std::string Two(int v) {
+    std::string text = std::to_string(v);
+    if (text.size() < 2) text.insert(text.begin(), '0');
+    return text;
+}
 
 }  // namespace
 
@@ -73,7 +87,11 @@ int main(int argc, char** argv) {
     }
     auto s = std::make_unique<ModelState>();
     InitModel(*s);
-    EnableAltAz(*s);
+    // The file enables the terms this mount really has: "Cone" (flag 1), the
+    // N=1 Phi harmonics along Phi (flag 4) and along Theta (flag 5).
+    s->TermEnable[1] = 1;
+    s->TermEnable[4] = 1;
+    s->TermEnable[5] = 1;
 
     // The imaginary mount: the errors data/README.md states.
     SyntheticMount m;

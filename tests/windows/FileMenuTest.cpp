@@ -198,7 +198,8 @@ class RealFitWindowTest : public QObject {
         QCOMPARE(s->FullFileName, std::string("/earlier/run.AZT"));
     }
 
-    // The window as an operator sees it after a real fit with one point out.
+    // The window as an operator sees it after a real fit with one point out,
+    // written to the build folder for the eye.
     void ScreenshotOfARealFit() {
         auto s = SyntheticRun(Arcsec(30));
         fMain w(*s);

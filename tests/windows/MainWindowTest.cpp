@@ -1,18 +1,15 @@
 // The main window: its load, the figures it shows, the graph options, the
 // click that takes a point in or out of the fit, the File menu with its
-// messages, the About window, and a screenshot for the eye.
+// messages and the About window.
 #include <QAction>
-#include <QDir>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLayout>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTemporaryDir>
 #include <QtTest>
 #include <cmath>
 
@@ -366,27 +363,6 @@ class MainWindowTest : public QObject {
         QCOMPARE(w.menu_SaveCalstarFile->text().remove('&'),
                  QStringLiteral("Save Calibration As..."));
         QCOMPARE(w.menu_exit->text().remove('&'), QStringLiteral("Exit"));
-    }
-
-    // A picture of the window with some points, for the eye.
-    void Screenshot() {
-        auto s = FreshModel();
-        fMain w(*s);
-        AddThreePoints(*s);
-        s->TermActive[3] = true;
-        s->TermActive[4] = true;
-        s->ErrorNorth = Arcmin(4.25);
-        s->ErrorWest = Arcmin(-1.5);
-        w.UpdateGraph();
-        w.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&w));
-        const QPixmap shot = w.grab();
-        QVERIFY(!shot.isNull());
-        QCOMPARE(shot.size(), w.size());
-        const QString path = QStringLiteral(AZTRUE_BUILD_DIR "/main-window.png");
-        QVERIFY2(shot.save(path), qPrintable(path));
-        w.Option1->click();
-        QVERIFY(w.grab().save(QStringLiteral(AZTRUE_BUILD_DIR "/main-window-positions.png")));
     }
 };
 AZTRUE_REGISTER_TEST(MainWindowTest);

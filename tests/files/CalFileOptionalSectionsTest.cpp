@@ -96,7 +96,8 @@ TEST_F(OptionalSections, MissingTruncatedOrMislabelledSections) {
         // Flags of A and E are on unless exactly "0"; a point is used and
         // refraction on only for exactly "1".
         {{{"Terms Enabled:", 0, 1, " 0"}, {"Terms Enabled:", 0, 3, "00"}, {"Terms Enabled:", 1, 2, "0 "},
-          {"Terms Enabled:", 1, 4, ""}, {"Cal Points Used:", 0, 1, "True"}, {"Cal Points Used:", 0, 2, " 1"},
+          {"Terms Enabled:", 1, 4, ""}, {"Cal Points Used:", 0, 1, "True"},
+          {"Cal Points Used:", 0, 2, " 1"},
           {"Enable Refraction:", 0, 1, " 1"}},
          "A 111111111111110 E 1111001 used 00 SF 1.002 0.998 refraction off max 150 hook 2",
          "the \"0\" and \"1\" tests with blanks"},

@@ -2,6 +2,9 @@
 // and the iteration that moves terms 1 to 4 into offsets and rotations.
 #include <cmath>
 #include <cstring>
+#include <initializer_list>
+#include <numeric>
+#include <utility>
 #include <vector>
 
 #include "ModelTestSupport.h"
@@ -14,20 +17,27 @@ namespace {
 
 using namespace modeltest;
 
-// The alt-az mount of these tests: offsets and misalignment of some
-// arcminutes, a cone error and two harmonic terms of the alt-az preset.
-SyntheticMount AltAzMount(int num = 40, bool harmonics = true) {
+// A synthetic mount with offsets and misalignment of some arcminutes and a
+// few correction terms {number, coefficient}.
+SyntheticMount Mount(int num, double north, double west, double thetaOffset, double phiOffset,
+                     std::initializer_list<std::pair<int, double>> terms, uint32_t seed = 7) {
     SyntheticMount m;
     m.Num = num;
-    m.ErrorNorth = 2e-3;
-    m.ErrorWest = -1.5e-3;
-    m.ThetaEncOffset = 0.01;
-    m.PhiEncOffset = -0.02;
-    m.TermCoef[5] = 8e-4;                    // cone
-    m.TermCoef[10] = harmonics ? 3e-4 : 0;   // cos(Phi) along Phi
-    m.TermCoef[11] = harmonics ? -2e-4 : 0;  // sin(Phi) along Theta
-    m.Seed = 7;
+    m.ErrorNorth = north;
+    m.ErrorWest = west;
+    m.ThetaEncOffset = thetaOffset;
+    m.PhiEncOffset = phiOffset;
+    for (const auto& [term, coef] : terms) m.TermCoef[term] = coef;
+    m.Seed = seed;
     return m;
+}
+
+// The alt-az mount of these tests: a cone error (term 5) and, with the
+// harmonics, cos(Phi) along Phi (10) and sin(Phi) along Theta (11), all in
+// the alt-az preset.
+SyntheticMount AltAzMount(int num = 40, bool harmonics = true) {
+    return Mount(num, 2e-3, -1.5e-3, 0.01, -0.02,
+                 {{5, 8e-4}, {10, harmonics ? 3e-4 : 0}, {11, harmonics ? -2e-4 : 0}});
 }
 
 void FitPointsOf(ModelState& s, const SyntheticMount& m) {
@@ -68,17 +78,10 @@ TEST(FitRecovery, GermanEquatorialMountOnBothSidesOfThePier) {
     s->IsAltAz = false;
     s->IsGEM = true;
     EnableGEM(*s);
-    SyntheticMount m;
-    m.Num = 50;
-    m.ErrorNorth = -1e-3;
-    m.ErrorWest = 2.5e-3;
-    m.ThetaEncOffset = -0.03;
-    m.PhiEncOffset = 0.015;
-    m.TermCoef[5] = 6e-4;   // cone
-    m.TermCoef[6] = -3e-4;  // hub
-    m.TermCoef[8] = 2e-4;   // cos(Theta) along Theta: tube flexure
+    // Cone, hub, and cos(Theta) along Theta (tube flexure).
+    SyntheticMount m =
+        Mount(50, -1e-3, 2.5e-3, -0.03, 0.015, {{5, 6e-4}, {6, -3e-4}, {8, 2e-4}}, 3);
     m.BothSidesOfPier = true;
-    m.Seed = 3;
     FitPointsOf(*s, m);
     int negative = 0;
     for (int i = 1; i <= s->NumCalPoints; ++i) negative += s->CalPoints[i].AxisTheta < 0;
@@ -166,17 +169,12 @@ std::vector<int> ActiveTerms(const ModelState& s) {
 TEST(FitLadder, TermsAllowedByTheNumberOfPoints) {
     // 1 point: terms 1 and 2; 2 points: 1 to 4; 3 points: 6; 23 points: all
     // 46. A huge MaxSensitivity stops the ladder at the first solve.
-    const std::vector<int> all = [] {
-        std::vector<int> v;
-        for (int t = 1; t <= 46; ++t) v.push_back(t);
-        return v;
-    }();
-    const struct {
-        int points;
-        double maxSensitivity;
-        std::vector<int> active;
-    } cases[] = {
+    std::vector<int> all(46);
+    std::iota(all.begin(), all.end(), 1);
+    // clang-format off
+    const struct { int points; double maxSensitivity; std::vector<int> active; } cases[] = {
         {1, 300, {1, 2}}, {2, 300, {1, 2, 3, 4}}, {3, 1e300, {1, 2, 3, 4, 5, 6}}, {23, 1e300, all}};
+    // clang-format on
     for (const auto& c : cases) {
         auto s = ModelWithPoints(c.points, true, c.maxSensitivity);
         Calibrate(*s);

@@ -181,10 +181,8 @@ TEST(EncoderScale, RoundTripInsideOneTurn) {
 }
 
 TEST(AxisAngleWrap, OneShotBranchesOfBothAngles) {
-    const struct {
-        double Theta, Phi, wantTheta, wantPhi, tol;
-        const char* why;
-    } cases[] = {
+    // clang-format off
+    const struct { double Theta, Phi, wantTheta, wantPhi, tol; const char* why; } cases[] = {
         {0.5, -0.5, 0.5, 6.283185308 - 0.5, 0, "negative Phi: one turn added"},
         {0.5, 6.283185308, 0.5, 0, 0, "Phi exactly one turn: taken off"},
         {0.5, -7, 0.5, -7 + 6.283185308, 0, "one shot: Phi stays negative"},
@@ -196,8 +194,8 @@ TEST(AxisAngleWrap, OneShotBranchesOfBothAngles) {
         {3.141592654 + 0.5, 1, 0.5 - 3.141592654, 1, 1e-15, "above a half turn"},
         {-10, 1, -10 + 6.283185308, 1, 0, "one shot: Theta stays below minus a half turn"},
         {10, 1, 10 - 6.283185308, 1, 0, "one shot: Theta stays above a half turn"},
-        {-1, 1, -1, 1, 0, "negative Theta in range: untouched"},
-    };
+        {-1, 1, -1, 1, 0, "negative Theta in range: untouched"}};
+    // clang-format on
     for (const auto& c : cases) {
         double Theta = c.Theta, Phi = c.Phi;
         WrapAxisAngles(Theta, Phi);

@@ -17,17 +17,13 @@ constexpr double kDelta = 3.141592654 - kTruePi;
 constexpr double kShortPiSlack = 1e-9;
 
 TEST(QuadrantArctangent, ExactOnTheAxesAndShiftedByTheShortPiElsewhere) {
-    // On the axes the result is a fixed fraction of 3.141592654, exactly. -0
-    // counts as "0 or above", unlike the C library, which gives -pi.
-    const struct {
-        double y, x, want;
-    } axes[] = {{0, -1, 3.141592654},
-                {-1, 0, -3.141592654 / 2},
-                {1, 0, 3.141592654 / 2},
-                {0, 0, 0},
-                {0, 5, 0},
-                {-2.5, 0, -3.141592654 / 2},
-                {-0.0, -1, 3.141592654}};
+    // On the axes a fixed fraction of 3.141592654, exactly; -0 counts as "0
+    // or above" (the C library gives -pi for atan2(-0, -1)).
+    // clang-format off
+    const struct { double y, x, want; } axes[] = {
+        {0, -1, 3.141592654}, {-1, 0, -3.141592654 / 2}, {1, 0, 3.141592654 / 2}, {0, 0, 0},
+        {0, 5, 0}, {-2.5, 0, -3.141592654 / 2}, {-0.0, -1, 3.141592654}};
+    // clang-format on
     for (const auto& c : axes) EXPECT_EQ(c.want, Atan2(c.y, c.x)) << "Y " << c.y << " X " << c.x;
     EXPECT_LT(std::atan2(-0.0, -1.0), 0.0) << "library reference for contrast";
     // Right half plane: the library's atan2 to a rounding. Left half plane:
@@ -62,41 +58,32 @@ TEST(AxisAnglesOfVector, AnglesToVecIsThePointingVector) {
 }
 
 TEST(AxisAnglesOfVector, CasesOfVecToAngles) {
-    const double A = 1.0, h = 0.5;  // azimuth (north through east) and altitude
-    const struct {
-        Vec3 v;
-        int16_t Tsign;
-        double Theta, Phi, tol;
-        const char* why;
-    } cases[] = {
-        // x = cos h cos A (north), y = -cos h sin A (west), z = sin h: zenith
-        // distance and minus the azimuth in 0..2pi. One rounding.
-        {{std::cos(h) * std::cos(A), -std::cos(h) * std::sin(A), std::sin(h)},
-         1,
-         kTruePi / 2 - h,
-         kFullTurn - A,
-         1e-15,
-         "alt-az direction"},
-        // Theta negated and Phi turned by the half turn.
-        {AnglesToVec(0.6, 1.0), -1, -0.6, 1.0 + kHalfTurn, 4e-15, "Tsign -1"},
-        // Third quadrant: Atan2 subtracts the short half turn, the full turn
-        // is added, then the half turn and its wrap: the short constants
-        // cancel and 4 - pi is left.
-        {AnglesToVec(0.6, 4.0), -1, -0.6, 4.0 - kTruePi, 4e-15, "Tsign -1, third quadrant"},
-        // Half turn plus half turn is exactly the full turn, not above it: kept.
-        {{-1, 0, 0}, -1, -3.141592654 / 2, 6.283185308, 0, "full turn not wrapped"},
-        // Any length; X == 0 gives exact quarter turns.
-        {{0, 0, 5}, 1, 0, 0, 0, "long axis vector"},
-        {{0, 3, 0}, 1, kHalfTurn / 2, kHalfTurn / 2, 0, "+y"},
-        {{0, -3, 0}, 1, kHalfTurn / 2, -kHalfTurn / 2 + kFullTurn, 0, "-y"},
-        {{0, 0, 0}, 1, 0, 0, 0, "zero vector"},
-        {{0, 0, 0}, -1, 0, kHalfTurn, 0, "zero vector, Tsign -1"},
-    };
+    // An alt-az direction at azimuth A (north through east) and altitude h:
+    // x = cos h cos A (north), y = -cos h sin A (west), z = sin h gives the
+    // zenith distance and minus the azimuth in 0..2pi, to a rounding. Tsign
+    // -1 negates Theta and turns Phi by the half turn; in the third quadrant
+    // Atan2 subtracts the short half turn, the full turn is added, then the
+    // half turn and its wrap, so the short constants cancel to 4 - pi. Half
+    // turn plus half turn is exactly the full turn, not above it: kept. Any
+    // length; X == 0 gives exact quarter turns; the zero vector gives zeros.
+    const double A = 1.0, h = 0.5;
+    const Vec3 altAz{std::cos(h) * std::cos(A), -std::cos(h) * std::sin(A), std::sin(h)};
+    // clang-format off
+    const struct { Vec3 v; int16_t Tsign; double Theta, Phi, tol; } cases[] = {
+        {altAz, 1, kTruePi / 2 - h, kFullTurn - A, 1e-15},
+        {AnglesToVec(0.6, 1.0), -1, -0.6, 1.0 + kHalfTurn, 4e-15},
+        {AnglesToVec(0.6, 4.0), -1, -0.6, 4.0 - kTruePi, 4e-15},
+        {{-1, 0, 0}, -1, -3.141592654 / 2, 6.283185308, 0}, {{0, 0, 5}, 1, 0, 0, 0},
+        {{0, 3, 0}, 1, kHalfTurn / 2, kHalfTurn / 2, 0},
+        {{0, -3, 0}, 1, kHalfTurn / 2, -kHalfTurn / 2 + kFullTurn, 0},
+        {{0, 0, 0}, 1, 0, 0, 0}, {{0, 0, 0}, -1, 0, kHalfTurn, 0}};
+    // clang-format on
     for (const auto& c : cases) {
         double Theta = 1, Phi = 1;
         VecToAngles(c.v, c.Tsign, Theta, Phi);
-        EXPECT_NEAR(c.Theta, Theta, c.tol) << c.why;
-        EXPECT_NEAR(c.Phi, Phi, c.tol) << c.why;
+        EXPECT_NEAR(c.Theta, Theta, c.tol)
+            << c.v.x << " " << c.v.y << " " << c.v.z << " " << c.Tsign;
+        EXPECT_NEAR(c.Phi, Phi, c.tol) << c.v.x << " " << c.v.y << " " << c.v.z << " " << c.Tsign;
     }
 }
 
@@ -178,18 +165,16 @@ TEST(EquatorialMountFrame, PoleIsTheAxisAndStarsSitAtHourAngleAndDeclination) {
 }
 
 TEST(ErrorRotationSigns, NorthTipsTowardPlusXWestTowardPlusYNorthFirst) {
-    // Hand calculation: turned by 0.01 rad the axis has the components
-    // sin 0.01 = 0.009999833334166664 and cos 0.01 = 0.9999500004166653 (by the
-    // series x - x^3/6 + x^5/120 and 1 - x^2/2 + x^4/24). North first, then
-    // west: (sin e, cos e sin w, cos e cos w); the other order would be 6e-6
-    // away in x and y.
+    // By hand: sin 0.01 = 0.009999833334166664 and cos 0.01 = 0.9999500004166653
+    // (series x - x^3/6 + x^5/120 and 1 - x^2/2 + x^4/24). North first, then
+    // west: (sin e, cos e sin w, cos e cos w); the other order is 6e-6 away.
     const double e = 0.02, w = 0.03;
-    const struct {
-        double north, west;
-        Vec3 want;
-    } cases[] = {{0.01, 0, {0.009999833334166664, 0, 0.9999500004166653}},
-                 {0, 0.01, {0, 0.009999833334166664, 0.9999500004166653}},
-                 {e, w, {std::sin(e), std::cos(e) * std::sin(w), std::cos(e) * std::cos(w)}}};
+    // clang-format off
+    const struct { double north, west; Vec3 want; } cases[] = {
+        {0.01, 0, {0.009999833334166664, 0, 0.9999500004166653}},
+        {0, 0.01, {0, 0.009999833334166664, 0.9999500004166653}},
+        {e, w, {std::sin(e), std::cos(e) * std::sin(w), std::cos(e) * std::cos(w)}}};
+    // clang-format on
     for (const auto& c : cases) {
         auto s = FreshModel();
         s->ErrorNorth = c.north;

@@ -14,8 +14,11 @@ using namespace modeltest;
 // A model with a handful of active terms of fitted size (arcminutes).
 std::unique_ptr<ModelState> ModelWithTerms() {
     auto s = FreshModel();
-    const double coefs[][2] = {{1, 2e-4},  {2, -3e-4}, {3, 1e-4},   {4, 2e-4},  {5, 8e-4},
-                               {6, -2e-4}, {7, 3e-4},  {10, -1e-4}, {21, 2e-4}, {44, 1e-4}};
+    // clang-format off
+    const double coefs[][2] = {
+        {1, 2e-4}, {2, -3e-4}, {3, 1e-4}, {4, 2e-4}, {5, 8e-4}, {6, -2e-4}, {7, 3e-4}, {10, -1e-4},
+        {21, 2e-4}, {44, 1e-4}};
+    // clang-format on
     for (const auto& [term, coef] : coefs) {
         s->TermActive[static_cast<int>(term)] = true;
         s->TermCoef[static_cast<int>(term)] = coef;

@@ -2,7 +2,7 @@
 // ready-made sets of term flags.
 #include <array>
 #include <cmath>
-#include <set>
+#include <string>
 
 #include "ModelTestSupport.h"
 #include "model/Constants.h"
@@ -15,8 +15,10 @@ using namespace modeltest;
 
 // Axis positions to check at, radians; negative Theta included, and Phi
 // outside 0..2 pi, since the model takes unwrapped angles.
-const double kPositions[][2] = {{0.7, 1.3},  {-0.4, 4.0}, {2.5, -0.9},
-                                {-2.9, 5.9}, {1.2, 7.5},  {0.0, 0.3}};
+// clang-format off
+const double kPositions[][2] = {
+    {0.7, 1.3}, {-0.4, 4.0}, {2.5, -0.9}, {-2.9, 5.9}, {1.2, 7.5}, {0.0, 0.3}};
+// clang-format on
 
 // The correction vectors written out from the table of terms: Vt = dP/dTheta,
 // Vp = dP/dPhi, and the rest as products of sines and cosines of multiples of
@@ -29,18 +31,19 @@ std::array<Vec3, 47> ExpectedTerms(double T, double P) {
     auto t = [&](double f) { return Vec3{f * Vt.x, f * Vt.y, f * Vt.z}; };
     auto p = [&](double f) { return Vec3{f * Vp.x, f * Vp.y, f * Vp.z}; };
     // clang-format off
-    return {Vec3{}, Vp, Vt, {cos(T), 0.0, -sin(T) * cos(P)}, {0.0, cos(T), -sin(T) * sin(P)},
-            {-sin(P), cos(P), 0.0}, {-cos(T) * sin(P), cos(T) * cos(P), 0.0},                 //  1-6
-            t(sin(T)), t(cos(T)), p(sin(P)), p(cos(P)), t(sin(P)), t(cos(P)),                  //  7-12
-            t(sin(T) * cos(P)), t(cos(T) * cos(P)), p(sin(T) * cos(P)), p(cos(T) * cos(P)),    // 13-16
-            t(sin(T) * sin(P)), t(cos(T) * sin(P)), t(sin(2 * T)), t(cos(2 * T)),              // 17-20
-            p(sin(2 * P)), p(cos(2 * P)), t(sin(2 * P)), t(cos(2 * P)),                        // 21-24
-            p(sin(T) * sin(P)), p(cos(T) * sin(P)), t(sin(3 * T)), t(cos(3 * T)),              // 25-28
-            p(sin(3 * P)), p(cos(3 * P)), t(sin(3 * P)), t(cos(3 * P)),                        // 29-32
-            t(sin(4 * P)), t(cos(4 * P)), t(sin(5 * P)), t(cos(5 * P)),                        // 33-36
-            t(sin(6 * P)), t(cos(6 * P)), p(sin(4 * P)), p(cos(4 * P)),                        // 37-40
-            p(sin(5 * P)), p(cos(5 * P)), t(sin(4 * T)), t(cos(4 * T)),                        // 41-44
-            t(sin(5 * T)), t(cos(5 * T))};                                                     // 45-46
+    return {Vec3{}, Vp, Vt, {cos(T), 0.0, -sin(T) * cos(P)},  // 1-3
+            {0.0, cos(T), -sin(T) * sin(P)}, {-sin(P), cos(P), 0.0},  // 4-5
+            {-cos(T) * sin(P), cos(T) * cos(P), 0.0},  // 6
+            t(sin(T)), t(cos(T)), p(sin(P)), p(cos(P)), t(sin(P)), t(cos(P)),  // 7-12
+            t(sin(T) * cos(P)), t(cos(T) * cos(P)), p(sin(T) * cos(P)), p(cos(T) * cos(P)), // 13-16
+            t(sin(T) * sin(P)), t(cos(T) * sin(P)), t(sin(2 * T)), t(cos(2 * T)),  // 17-20
+            p(sin(2 * P)), p(cos(2 * P)), t(sin(2 * P)), t(cos(2 * P)),  // 21-24
+            p(sin(T) * sin(P)), p(cos(T) * sin(P)), t(sin(3 * T)), t(cos(3 * T)),  // 25-28
+            p(sin(3 * P)), p(cos(3 * P)), t(sin(3 * P)), t(cos(3 * P)),  // 29-32
+            t(sin(4 * P)), t(cos(4 * P)), t(sin(5 * P)), t(cos(5 * P)),  // 33-36
+            t(sin(6 * P)), t(cos(6 * P)), p(sin(4 * P)), p(cos(4 * P)),  // 37-40
+            p(sin(5 * P)), p(cos(5 * P)), t(sin(4 * T)), t(cos(4 * T)),  // 41-44
+            t(sin(5 * T)), t(cos(5 * T))};  // 45-46
     // clang-format on
 }
 
@@ -123,116 +126,86 @@ TEST(TermVectors, AtTheAxisPoleAndAtTheOtherAxisPosition) {
     ExpectVecNear(minus(Row(B1, 5)), Row(B2, 5), 1e-9, "cone reversed");
 }
 
-std::unique_ptr<ModelState> ModelWithRealEncoders() {
+TEST(CorrectedPointing, IsThePlainVectorPlusTheActiveTermsMadeUnit) {
+    // C = P + sum of coefficient x term vector over active terms, made unit.
+    // Coefficients of inactive terms and the flags are not read, so without
+    // active terms C is P bit for bit. Negative Theta (beyond the axis) is
+    // not wrapped. Tolerance with terms: a few roundings.
     auto s = FreshModel();
     s->PhiCountsPerRev = s->ThetaCountsPerRev = 36000;
     s->PhiSF = 1.0005;
     s->ThetaSF = 0.9995;
     s->ThetaEncOffset = 120;
     s->PhiEncOffset = -40;
-    return s;
-}
-
-TEST(CorrectedPointing, WithoutActiveTermsItIsThePlainPointingVector) {
-    // Coefficients of inactive terms and the flags are not read: bit for bit
-    // the uncorrected vector.
-    auto s = ModelWithRealEncoders();
     for (int i = 1; i <= kNumTerms; ++i) s->TermCoef[i] = 1e-3 * i;
     EnableAll(*s);
-    const double readings[][2] = {{2000, 5000}, {-7000, 30000}, {15000, -100}};
-    for (const auto& [thetaEnc, phiEnc] : readings) {
-        double Theta = 0, Phi = 0;
-        EncodersToAngles(*s, thetaEnc, phiEnc, Theta, Phi);
-        ExpectVecNear(AnglesToVec(Theta, Phi), EncoderToPointing(*s, thetaEnc, phiEnc), 0,
-                      "ThetaEnc " + std::to_string(thetaEnc));
-    }
-}
-
-TEST(CorrectedPointing, ActiveTermsAddTheirScaledVectors) {
-    // C = P + sum of coefficient x term vector over active terms, made unit,
-    // also where Theta is negative (beyond the axis: not wrapped).
-    auto s = ModelWithRealEncoders();
     const int active[] = {1, 2, 3, 4, 5, 6, 9, 14, 23, 30, 37, 46};
-    for (int i : active) {
-        s->TermActive[i] = true;
-        s->TermCoef[i] = 1e-4 * (i % 7 - 3) + 2e-5;
-    }
-    s->TermCoef[20] = 5.0;  // inactive: must be ignored
-    for (const double thetaEnc : {-4000.0, 6000.0, 11000.0}) {
-        double Theta = 0, Phi = 0;
-        EncodersToAngles(*s, thetaEnc, 23000, Theta, Phi);
-        Vec3 want = AnglesToVec(Theta, Phi);
-        const auto terms = ExpectedTerms(Theta, Phi);
-        for (int i : active) {
-            want.x += s->TermCoef[i] * terms[i].x;
-            want.y += s->TermCoef[i] * terms[i].y;
-            want.z += s->TermCoef[i] * terms[i].z;
+    for (bool withTerms : {false, true}) {
+        for (int i : active) s->TermActive[i] = withTerms;
+        for (const double thetaEnc : {-4000.0, 6000.0, 15000.0}) {
+            double Theta = 0, Phi = 0;
+            EncodersToAngles(*s, thetaEnc, 23000, Theta, Phi);
+            Vec3 w = AnglesToVec(Theta, Phi);
+            const auto terms = ExpectedTerms(Theta, Phi);
+            for (int i : active) {
+                const double c = withTerms ? s->TermCoef[i] : 0;
+                w = {w.x + c * terms[i].x, w.y + c * terms[i].y, w.z + c * terms[i].z};
+            }
+            const double n = withTerms ? std::sqrt(w.x * w.x + w.y * w.y + w.z * w.z) : 1;
+            ExpectVecNear({w.x / n, w.y / n, w.z / n}, EncoderToPointing(*s, thetaEnc, 23000),
+                          withTerms ? 2e-15 : 0, "Theta " + std::to_string(Theta));
         }
-        const double n = std::sqrt(want.x * want.x + want.y * want.y + want.z * want.z);
-        ExpectVecNear({want.x / n, want.y / n, want.z / n}, EncoderToPointing(*s, thetaEnc, 23000),
-                      2e-15, "Theta " + std::to_string(Theta));
     }
 }
 
 TEST(CorrectedPointing, SmallOffsetTermsShiftTheAnglesAndFlagsWaitForTheFit) {
     // A coefficient e of term 1 turns Phi by e, of term 2 Theta by e, to first
     // order; the rest is of order e^2 = 1e-12.
-    auto s = ModelWithRealEncoders();
+    auto s = FreshModel();
     const double e = 1e-6;
     double Theta = 0, Phi = 0;
-    EncodersToAngles(*s, 7000, 12000, Theta, Phi);
+    EncodersToAngles(*s, 0.7, 1.2, Theta, Phi);
     s->TermActive[1] = true;
     s->TermCoef[1] = e;
-    ExpectVecNear(AnglesToVec(Theta, Phi + e), EncoderToPointing(*s, 7000, 12000), 2e-12, "term 1");
+    ExpectVecNear(AnglesToVec(Theta, Phi + e), EncoderToPointing(*s, 0.7, 1.2), 2e-12, "term 1");
     s->TermActive[1] = false;
     s->TermActive[2] = true;
     s->TermCoef[2] = e;
-    const Vec3 before = EncoderToPointing(*s, 7000, 12000);
+    const Vec3 before = EncoderToPointing(*s, 0.7, 1.2);
     ExpectVecNear(AnglesToVec(Theta + e, Phi), before, 2e-12, "term 2");
     // The flags change nothing until the next fit.
     EnableAll(*s);
-    ExpectVecNear(before, EncoderToPointing(*s, 7000, 12000), 0, "after EnableAll");
+    ExpectVecNear(before, EncoderToPointing(*s, 0.7, 1.2), 0, "after EnableAll");
     DisableAll(*s);
-    ExpectVecNear(before, EncoderToPointing(*s, 7000, 12000), 0, "after DisableAll");
+    ExpectVecNear(before, EncoderToPointing(*s, 0.7, 1.2), 0, "after DisableAll");
 }
 
 TEST(TermFlagPresets, EachSetsItsFlagsAndNothingElse) {
-    // Flags outside 1..22 and the fit tables carry marks that must stay.
-    std::set<int> all, gem;
-    for (int k = 1; k <= 22; ++k) all.insert(k);
-    for (int k = 1; k <= 14; ++k) gem.insert(k);
-    const struct {
-        void (*preset)(ModelState&);
-        int16_t start;
-        std::set<int> on;
-        const char* name;
-    } cases[] = {{EnableAll, 0, all, "EnableAll"},
-                 {EnableAll, 1, all, "EnableAll"},
-                 {DisableAll, 1, {1, 2}, "DisableAll from all on"},  // keeps cone and hub
-                 {EnableAltAz, 0, {1, 2, 3, 4, 5, 10, 11, 14, 15}, "EnableAltAz"},
-                 {EnableAltAz, 1, {1, 2, 3, 4, 5, 10, 11, 14, 15}, "EnableAltAz"},
-                 {EnableGEM, 0, gem, "EnableGEM"},
-                 {EnableGEM, 1, gem, "EnableGEM"}};
+    // Flags 0 and 23, outside 1..22, carry the mark 5 and must keep it, and
+    // so must the fit tables. DisableAll keeps cone and hub (flags 1 and 2)
+    // as they were.
+    // clang-format off
+    const struct { void (*preset)(ModelState&); const char* start; const char* want; } cases[] = {
+        {EnableAll,   "500000000000000000000005", "511111111111111111111115"},
+        {EnableAll,   "511111111111111111111115", "511111111111111111111115"},
+        {DisableAll,  "511111111111111111111115", "511000000000000000000005"},
+        {DisableAll,  "501000000000000000000005", "501000000000000000000005"},
+        {EnableAltAz, "500000000000000000000005", "511111000011001100000005"},
+        {EnableAltAz, "511111111111111111111115", "511111000011001100000005"},
+        {EnableGEM,   "500000000000000000000005", "511111111111111000000005"},
+        {EnableGEM,   "511111111111111111111115", "511111111111111000000005"}};
+    // clang-format on
     for (const auto& c : cases) {
         auto s = FreshModel();
-        for (int k = 1; k <= kNumTermEnable; ++k) s->TermEnable[k] = c.start;
-        s->TermEnable[0] = s->TermEnable[23] = 5;
+        for (int k = 0; k <= 23; ++k) s->TermEnable[k] = static_cast<int16_t>(c.start[k] - '0');
         s->TermActive[9] = true;
         s->TermCoef[9] = 0.25;
         c.preset(*s);
-        for (int k = 1; k <= kNumTermEnable; ++k)
-            EXPECT_EQ(s->TermEnable[k], c.on.count(k) ? 1 : 0)
-                << c.name << " from " << c.start << " flag " << k;
-        EXPECT_EQ(s->TermEnable[0], 5) << c.name;
-        EXPECT_EQ(s->TermEnable[23], 5) << c.name;
-        EXPECT_TRUE(s->TermActive[9] && s->TermCoef[9] == 0.25) << c.name << " touched the fit";
+        std::string flags;
+        for (int k = 0; k <= 23; ++k) flags += std::to_string(s->TermEnable[k]);
+        EXPECT_EQ(flags, c.want) << "from " << c.start;
+        EXPECT_TRUE(s->TermActive[9] && s->TermCoef[9] == 0.25) << "from " << c.start;
     }
-    // Hub on, cone off: DisableAll keeps both as they were.
-    auto s = FreshModel();
-    s->TermEnable[2] = 1;
-    DisableAll(*s);
-    EXPECT_EQ(s->TermEnable[1], 0);
-    EXPECT_EQ(s->TermEnable[2], 1);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 // The members that reach the windows and the calibration file.
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 #include "ServerTestSupport.h"
@@ -8,61 +7,47 @@
 namespace {
 
 namespace fs = std::filesystem;
-
+using Calls = std::vector<std::string>;
 using WindowMembers = ServerTest;
 
-TEST_F(WindowMembers, ShowAztrueShowsThenRecalculates) {
+TEST_F(WindowMembers, ShowKillAndDispose) {
+    // ShowAztrue shows the main window, then recalculates.
     display.calls.clear();
     server->ShowAztrue();
-    ASSERT_EQ(display.calls.size(), 6u);
-    EXPECT_EQ(display.calls[0], "ShowMain");
-    EXPECT_EQ(display.calls[2], "UpdateGraph");
-}
-
-TEST_F(WindowMembers, KillAztrueClosesWindowsOnly) {
+    EXPECT_EQ(display.calls, (Calls{"ShowMain", "DisplayCalPoints", "UpdateGraph", "MakeGraph",
+                                    "DisplayData", "ProcessPendingEvents"}));
+    // KillAztrue closes the windows only: the object lives on and still works.
     display.calls.clear();
     server->KillAztrue();
-    EXPECT_EQ(display.calls, std::vector<std::string>{"KillWindows"});
-    // The object lives on and still works.
+    EXPECT_EQ(display.calls, Calls{"KillWindows"});
     server->SetLatitude(10.0);
     EXPECT_EQ(Recalculations(), 1);
-}
-
-TEST_F(WindowMembers, DisposeEndsEverything) {
     display.calls.clear();
     server->Dispose();
-    EXPECT_EQ(display.calls, std::vector<std::string>{"DisposeAll"});
+    EXPECT_EQ(display.calls, Calls{"DisposeAll"});
 }
 
 class FileMembers : public ServerTest {
   protected:
-    void SetUp() override {
-        folder = fs::temp_directory_path() /
-                 ("aztrue-server-files-" +
-                  std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "-" +
-                  ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::create_directories(folder);
-    }
+    void SetUp() override { fs::create_directories(folder); }
     void TearDown() override { fs::remove_all(folder); }
-    fs::path folder;
+    const fs::path folder = fs::temp_directory_path() /
+                            ("aztrue-server-files-" +
+                             std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
+                             "-" + ::testing::UnitTest::GetInstance()->current_test_info()->name());
+    const std::string name = (folder / "run.AZT").string();
 };
 
-TEST_F(FileMembers, SaveWithoutPointsFails) {
-    const std::string name = (folder / "empty.AZT").string();
-    EXPECT_FALSE(server->SaveFile(name));
+TEST_F(FileMembers, SaveTakesTheNameAndLoadFitsNothing) {
+    EXPECT_FALSE(server->SaveFile(name)) << "no points";
     EXPECT_TRUE(server->FullFileName().empty());
     EXPECT_FALSE(fs::exists(name));
-}
-
-TEST_F(FileMembers, SaveTakesTheNameAndLoadFitsNothing) {
     server->AddCalPoint(2.125, 0.75, 1.5, -0.25, 1.75, 2451545.0, "21:14:05", "1/2/2005");
-    const std::string name = (folder / "run.AZT").string();
     display.calls.clear();
     ASSERT_TRUE(server->SaveFile(name));
     EXPECT_EQ(server->FullFileName(), name);
     EXPECT_EQ(display.fileName, name);
-    EXPECT_EQ(display.calls, std::vector<std::string>{"FileNameChanged"});
-
+    EXPECT_EQ(display.calls, Calls{"FileNameChanged"});
     // A load replaces the points and settings, and leaves the fit alone.
     model->FullFileName.clear();
     model->NumCalPoints = 0;
@@ -75,11 +60,8 @@ TEST_F(FileMembers, SaveTakesTheNameAndLoadFitsNothing) {
     EXPECT_EQ(model->Latitude, 33.5);
     EXPECT_EQ(server->FullFileName(), name);
     EXPECT_EQ(model->ErrorNorth, 0.125);
-    EXPECT_EQ(display.calls, std::vector<std::string>{"FileNameChanged"});
-}
-
-TEST_F(FileMembers, FailuresKeepTheFileName) {
-    server->AddCalPoint(2.125, 0.75, 1.5, -0.25, 1.75, 2451545.0, "", "");
+    EXPECT_EQ(display.calls, Calls{"FileNameChanged"});
+    // Failures keep the file name.
     model->FullFileName = "before.AZT";
     EXPECT_FALSE(server->SaveFile((folder / "no-such-folder" / "x.AZT").string()));
     EXPECT_FALSE(server->LoadFile((folder / "missing.AZT").string()));

@@ -231,33 +231,23 @@ TEST(AngleTextRoundTrip, FormatThenParseRandomAngles) {
 TEST(TextHelpers, FileNameAndCharacterExtract) {
     const cString str;
     // Behind the last backslash or slash.
-    const char* paths[][2] = {{"C:\\Stars\\M31.AZT", "M31.AZT"},
-                              {"C:\\Stars\\", ""},
-                              {"/home/obs/cal/M31.AZT", "M31.AZT"},
-                              {"/home/obs/cal/", ""},
-                              {"M31.AZT", "M31.AZT"},
-                              {"", ""},
-                              {"C:\\a/b\\c.txt", "c.txt"},
-                              {"/a\\b/c.txt", "c.txt"}};
+    // clang-format off
+    const char* paths[][2] = {
+        {"C:\\Stars\\M31.AZT", "M31.AZT"}, {"C:\\Stars\\", ""},
+        {"/home/obs/cal/M31.AZT", "M31.AZT"}, {"/home/obs/cal/", ""}, {"M31.AZT", "M31.AZT"},
+        {"", ""}, {"C:\\a/b\\c.txt", "c.txt"}, {"/a\\b/c.txt", "c.txt"}};
+    // clang-format on
     for (const auto& [path, name] : paths) EXPECT_EQ(str.HasFileName(path), name) << path;
     // Characters counted from 1, UTF-8 characters not bytes ("Größe": five
     // characters, seven bytes; the degree sign is one), the end clipped.
-    const struct {
-        const char* text;
-        int first, last;
-        const char* want;
-    } cases[] = {{"Aztrue", 2, 100, "ztrue"},
-                 {"Aztrue", 1, 6, "Aztrue"},
-                 {"Aztrue", 3, 3, "t"},
-                 {"Aztrue", 7, 6, ""},  // First = Last + 1: nothing
-                 {"", 1, 5, ""},
-                 {"Aztrue", 5, 2, ""},
-                 {"Aztrue", 0, 2, "Az"},
-                 {"Aztrue", -4, -1, ""},
-                 {"Gr\u00F6\u00DFe", 3, 4, "\u00F6\u00DF"},
-                 {"Gr\u00F6\u00DFe", 5, 100, "e"},
-                 {"12\u00B030'", 3, 3, "\u00B0"},
-                 {"12\u00B030'", 4, 5, "30"}};
+    // clang-format off
+    const struct { const char* text; int first, last; const char* want; } cases[] = {
+        {"Aztrue", 2, 100, "ztrue"}, {"Aztrue", 1, 6, "Aztrue"}, {"Aztrue", 3, 3, "t"},
+        {"Aztrue", 7, 6, ""},  // First = Last + 1: nothing
+        {"", 1, 5, ""}, {"Aztrue", 5, 2, ""}, {"Aztrue", 0, 2, "Az"}, {"Aztrue", -4, -1, ""},
+        {"Gr\u00F6\u00DFe", 3, 4, "\u00F6\u00DF"}, {"Gr\u00F6\u00DFe", 5, 100, "e"},
+        {"12\u00B030'", 3, 3, "\u00B0"}, {"12\u00B030'", 4, 5, "30"}};
+    // clang-format on
     for (const auto& c : cases)
         EXPECT_EQ(str.Extract(c.text, c.first, c.last), c.want)
             << c.text << " " << c.first << ".." << c.last;

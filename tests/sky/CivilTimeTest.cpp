@@ -32,27 +32,23 @@ TEST(LocalToUniversal, ZonesRollOversEvenHoursAndDaylightSaving) {
     const int days[13] = {0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     for (int m = 1; m <= 12; ++m) EXPECT_EQ(DaysInMonth(static_cast<int16_t>(m)), days[m]) << m;
     // Hand values.
-    const struct {
-        DateTimeRec local;
-        int y, m, d, h;
-        const char* why;
-    } cases[] = {
+    // clang-format off
+    const struct { DateTimeRec local; int y, m, d, h; const char* why; } cases[] = {
         {Time(2000, 1, 10, 0, 30, 12.5, -5), 2000, 1, 10, 5, "0:30 at zone -5 is 5:30"},
         {Time(2000, 2, 28, 23, 0, 0, -8), 2000, 2, 29, 7, "2000 is a leap year"},
         {Time(2001, 2, 28, 23, 0, 0, -8), 2001, 3, 1, 7, "2001 is not"},
         {Time(2000, 4, 30, 20, 0, 0, -8), 2000, 5, 1, 4, "end of a 30-day month"},
         {Time(2000, 12, 31, 20, 0, 0, -8), 2001, 1, 1, 4, "New Year's Eve"},
         {Time(1900, 2, 28, 23, 0, 0, -8), 1900, 2, 29, 7, "no century rule: 1900 has February 29"},
-        {Time(2001, 1, 1, 2, 0, 0, 8), 2001, 1, 1, -6,
-         "east early in the day: the hour goes negative"},
+        {Time(2001, 1, 1, 2, 0, 0, 8), 2001, 1, 1, -6, "east early in the day: the hour goes negative"},
         {Time(2000, 6, 1, 5, 0, 0, -5.5), 2000, 6, 1, 10, "half-hour zone: 10.5 -> 10"},
         {Time(2000, 6, 1, 6, 0, 0, -5.5), 2000, 6, 1, 12, "11.5 -> 12"},
         {Time(2000, 6, 1, 5, 0, 0, 5.5), 2000, 6, 1, 0, "-0.5 -> 0"},
         {Time(2000, 6, 1, 5, 0, 0, 6.5), 2000, 6, 1, -2, "-1.5 -> -2"},
         {Time(2000, 7, 4, 0, 0, 0, 0, true), 2000, 7, 4, -1, "DST takes an hour off at midnight"},
         {Time(2000, 7, 4, 0, 0, 0, -8, true), 2000, 7, 4, 7, "DST before the roll-over"},
-        {Time(2000, 7, 4, 17, 0, 0, -8, true), 2000, 7, 5, 0, "DST, then the roll-over"},
-    };
+        {Time(2000, 7, 4, 17, 0, 0, -8, true), 2000, 7, 5, 0, "DST, then the roll-over"}};
+    // clang-format on
     for (const auto& c : cases) {
         // Minutes, seconds, zone and flag are copied.
         const DateTimeRec& l = c.local;
@@ -84,11 +80,8 @@ TEST(LocalToUniversal, NegativeHourSumsStayRight) {
 // days are exact in a double, so they must come out exactly; the date's own
 // Julian day is that of its midnight.
 TEST(JulianDay, PublishedValuesBothWays) {
-    const struct {
-        DateTimeRec t;
-        double jd, jdTol, secondsTol;
-        const char* why;
-    } cases[] = {
+    // clang-format off
+    const struct { DateTimeRec t; double jd, jdTol, secondsTol; const char* why; } cases[] = {
         {Time(2000, 1, 1, 12), 2451545.0, 0, 0, "J2000.0 = 2000 January 1.5"},
         {Time(1600, 1, 1), 2305447.5, 0, 0, "Meeus table of chapter 7"},
         {Time(1987, 6, 19, 12), 2446966.0, 0, 0, "1987 June 19.5"},
@@ -99,8 +92,8 @@ TEST(JulianDay, PublishedValuesBothWays) {
         // Sputnik, 1957 October 4.81 = 19:26:24 (7.a, 7.c): the sum carries the
         // rounding of the parts (four ulps of the day), and the Julian day
         // about 5e-5 s, and the split of the day a few ulps more.
-        {Time(1957, 10, 4, 19, 26, 24), 2436116.31, 2e-9, 6e-4, "Sputnik"},
-    };
+        {Time(1957, 10, 4, 19, 26, 24), 2436116.31, 2e-9, 6e-4, "Sputnik"}};
+    // clang-format on
     for (const auto& c : cases) {
         EXPECT_NEAR(TimeToJD(c.t), c.jd, c.jdTol) << c.why;
         EXPECT_EQ(DateToJD(c.t), std::floor(c.jd - 0.5) + 0.5) << c.why;

@@ -52,13 +52,13 @@ TEST(Precession, MeeusThetaPersei) {
 // stays: -1e-17 + 6.283185308 rounds to 6.283185308.
 TEST(Precession, IdentityAtEqualDates) {
     const double jd = 2460000.5, offset = 3.141592654 - std::numbers::pi;
-    const struct {
-        double ra, dec, wantRA, tol;
-    } cases[] = {{0.4, 0.7, 0.4, 1e-15},
-                 {-0.5, -0.3, 6.283185308 - 0.5, 1e-15},
-                 {2.0, 0.1, 2.0 + offset, 1e-15},
-                 {4.0, 0.1, 4.0 - 2 * std::numbers::pi + 3.141592654 * 2 - offset, 1e-15},
-                 {-1e-17, 0.0, 6.283185308, 0}};
+    // clang-format off
+    const struct { double ra, dec, wantRA, tol; } cases[] = {
+        {0.4, 0.7, 0.4, 1e-15}, {-0.5, -0.3, 6.283185308 - 0.5, 1e-15},
+        {2.0, 0.1, 2.0 + offset, 1e-15},
+        {4.0, 0.1, 4.0 - 2 * std::numbers::pi + 3.141592654 * 2 - offset, 1e-15},
+        {-1e-17, 0.0, 6.283185308, 0}};
+    // clang-format on
     for (const auto& c : cases) {
         double ra = 0, dec = 0;
         cACT().Precess(jd, jd, c.ra, c.dec, ra, dec);

@@ -40,12 +40,12 @@ TEST(GreenwichSiderealTime, PublishedAndHandValues) {
     // is 8h34m57.0896s; 2000 January 1, 12h UT is 18h41m50.54841s. The 1900
     // series used here drifts from the IAU 1982 one by about 0.07 s over this
     // century, hence 0.1 s.
-    const struct {
-        DateTimeRec ut;
-        double gstSeconds;
-    } cases[] = {{Time(1987, 4, 10), 13 * 3600 + 10 * 60 + 46.3668},
-                 {Time(1987, 4, 10, 19, 21), 8 * 3600 + 34 * 60 + 57.0896},
-                 {Time(2000, 1, 1, 12), 18 * 3600 + 41 * 60 + 50.54841}};
+    // clang-format off
+    const struct { DateTimeRec ut; double gstSeconds; } cases[] = {
+        {Time(1987, 4, 10), 13 * 3600 + 10 * 60 + 46.3668},
+        {Time(1987, 4, 10, 19, 21), 8 * 3600 + 34 * 60 + 57.0896},
+        {Time(2000, 1, 1, 12), 18 * 3600 + 41 * 60 + 50.54841}};
+    // clang-format on
     for (const auto& c : cases)
         EXPECT_NEAR(Hours(UTToGST(c.ut)) * 3600, c.gstSeconds, 0.1) << DateTimeStr(c.ut);
     // Before 1900 the sum is negative and is not brought up: for 1850 January

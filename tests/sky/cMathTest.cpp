@@ -49,8 +49,10 @@ TEST(MathScalars, MinMaxGiveTheFirstOfEqualsAndTruncCutsTowardZero) {
     EXPECT_TRUE(std::signbit(kMath.Min(-0.0, 0.0)));
     EXPECT_FALSE(std::signbit(kMath.Max(0.0, -0.0)));
     EXPECT_TRUE(std::signbit(kMath.Max(-0.0, 0.0)));
-    const double truncs[][2] = {{2.7, 2}, {-2.7, -2}, {-0.5, 0},
-                                {3, 3},   {-3, -3},   {1e15 + 0.5, 1e15}};
+    // clang-format off
+    const double truncs[][2] = {
+        {2.7, 2}, {-2.7, -2}, {-0.5, 0}, {3, 3}, {-3, -3}, {1e15 + 0.5, 1e15}};
+    // clang-format on
     for (const auto& [x, want] : truncs) EXPECT_EQ(kMath.Trunc(x), want) << x;
 }
 
@@ -101,50 +103,31 @@ TEST(MatrixProductAndCopy, HandWorkedAndOnlyOneToN) {
 }
 
 TEST(MatrixInverse, HandWorkedCasesPivotsAndTies) {
-    const struct {
-        std::vector<std::vector<double>> A;
-        std::vector<double> B;
-        bool ok;
-        std::vector<std::vector<double>> inverse;
-        std::vector<double> x;
-        double tol;
-        const char* why;
-    } cases[] = {
-        {{{4}}, {2}, true, {{0.25}}, {0.5}, 0, "4 x = 2, exact"},
-        // [4 7; 2 6]^-1 = [6 -7; -2 4] / 10; x = (-0.8, 0.6). Roundings of tenths.
-        {{{4, 7}, {2, 6}}, {1, 2}, true, {{0.6, -0.7}, {-0.2, 0.4}}, {-0.8, 0.6}, 1e-15, "2 x 2"},
-        // A scaled permutation whose first pivot, 8, is off the diagonal: rows
-        // are exchanged and the columns put back at the end. The inverse is
-        // the transpose with reciprocals; powers of two, all exact.
-        {{{0, 0, 2, 0}, {-4, 0, 0, 0}, {0, 0, 0, 0.5}, {0, 8, 0, 0}},
-         {1, 2, 3, 4},
-         true,
+    // 4 x = 2, exact. [4 7; 2 6]^-1 = [6 -7; -2 4] / 10, x = (-0.8, 0.6), to
+    // roundings of tenths. A scaled permutation whose first pivot, 8, is off
+    // the diagonal: rows are exchanged and the columns put back at the end;
+    // the inverse is the transpose with reciprocals, powers of two, exact. A
+    // cyclic permutation: three candidates equal 1 at the first step and the
+    // last, (3,1), wins; the inverse is the transpose. [1 1; 1 1], B = (1, 2)
+    // by hand: step 1, all four candidates are 1 and the last, (2,2), is the
+    // pivot; row 2 stays [1 1], B2 = 2; row 1 becomes [0 -1], B1 = -1. Step
+    // 2: (1,1) is 0, reciprocal 1e12, singular; row 1 -> [1e12 -1e12], B1 =
+    // -1e12; row 2 -> [-1e12, 1 + 1e12], B2 = 2 + 1e12. The first of equals
+    // as pivot would give 1e12 + 1 at (1,1).
+    using Row = std::vector<double>;
+    using Rows = std::vector<Row>;
+    // clang-format off
+    const struct { Rows A; Row B; bool ok; Rows inverse; Row x; double tol; } cases[] = {
+        {{{4}}, {2}, true, {{0.25}}, {0.5}, 0},
+        {{{4, 7}, {2, 6}}, {1, 2}, true, {{0.6, -0.7}, {-0.2, 0.4}}, {-0.8, 0.6}, 1e-15},
+        {{{0, 0, 2, 0}, {-4, 0, 0, 0}, {0, 0, 0, 0.5}, {0, 8, 0, 0}}, {1, 2, 3, 4}, true,
          {{0, -0.25, 0, 0}, {0, 0, 0, 0.125}, {0.5, 0, 0, 0}, {0, 0, 2, 0}},
-         {-0.5, 0.5, 0.5, 6},
-         0,
-         "scaled permutation"},
-        // Three candidates equal 1 at the first step and the last, (3,1), wins;
-        // a permutation's inverse is its transpose.
-        {{{0, 1, 0}, {0, 0, 1}, {1, 0, 0}},
-         {10, 20, 30},
-         true,
-         {{0, 0, 1}, {1, 0, 0}, {0, 1, 0}},
-         {30, 10, 20},
-         0,
-         "cyclic permutation"},
-        // Hand trace of [1 1; 1 1], B = (1, 2). Step 1: all four candidates are
-        // 1, the last, (2,2), is the pivot; row 2 stays [1 1], B2 = 2; row 1
-        // becomes [0 -1], B1 = -1. Step 2: (1,1) is 0, reciprocal 1e12,
-        // singular; row 1 -> [1e12 -1e12], B1 = -1e12; row 2 -> [-1e12,
-        // 1 + 1e12], B2 = 2 + 1e12. The first of equals would give 1e12 + 1 at (1,1).
-        {{{1, 1}, {1, 1}},
-         {1, 2},
-         false,
-         {{1e12, -1e12}, {-1e12, 1e12 + 1}},
-         {-1e12, 1e12 + 2},
-         0,
-         "tie and zero pivot"},
-    };
+         {-0.5, 0.5, 0.5, 6}, 0},
+        {{{0, 1, 0}, {0, 0, 1}, {1, 0, 0}}, {10, 20, 30}, true, {{0, 0, 1}, {1, 0, 0}, {0, 1, 0}},
+         {30, 10, 20}, 0},
+        {{{1, 1}, {1, 1}}, {1, 2}, false, {{1e12, -1e12}, {-1e12, 1e12 + 1}},
+         {-1e12, 1e12 + 2}, 0}};
+    // clang-format on
     for (const auto& c : cases) {
         System s;
         const int n = static_cast<int>(c.A.size());
@@ -152,12 +135,14 @@ TEST(MatrixInverse, HandWorkedCasesPivotsAndTies) {
             s.B[i] = c.B[i - 1];
             for (int j = 1; j <= n; ++j) (*s.A)[i][j] = c.A[i - 1][j - 1];
         }
-        EXPECT_EQ(kMath.MatrixInverse(*s.A, s.B, n), c.ok) << c.why;
+        EXPECT_EQ(kMath.MatrixInverse(*s.A, s.B, n), c.ok)
+            << "size " << n << (c.ok ? "" : " singular");
         for (int i = 1; i <= n; ++i) {
-            EXPECT_NEAR(c.x[i - 1], s.B[i], c.tol) << c.why << " x" << i;
+            EXPECT_NEAR(c.x[i - 1], s.B[i], c.tol)
+                << "size " << n << (c.ok ? "" : " singular") << " x" << i;
             for (int j = 1; j <= n; ++j)
                 EXPECT_NEAR(c.inverse[i - 1][j - 1], (*s.A)[i][j], c.tol)
-                    << c.why << " inverse " << i << "," << j;
+                    << "size " << n << (c.ok ? "" : " singular") << " inverse " << i << "," << j;
         }
     }
 }

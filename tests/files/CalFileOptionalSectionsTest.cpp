@@ -66,11 +66,7 @@ const std::string kNoneRead =
 
 TEST_F(OptionalSections, MissingTruncatedOrMislabelledSections) {
     // clang-format off
-    const struct {
-        std::vector<LineEdit> edits;
-        std::string want;
-        const char* why;
-    } cases[] = {
+    const struct { std::vector<LineEdit> edits; std::string want; const char* why; } cases[] = {
         {{}, kComplete, "complete file"},
         {{{"Clock Rate Error:", 0, 1, "12.5"}}, kComplete, "the clock rate value has no effect"},
         {{{" 950 ", 0, 0, nullptr}}, kNoneRead, "file ending after Pressure"},

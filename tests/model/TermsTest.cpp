@@ -51,11 +51,6 @@ Vec3 Row(const TermTable& B, int i) {
     return Vec3{B[i][1], B[i][2], B[i][3]};
 }
 
-std::string Where(int i, double T, double P) {
-    return "term " + std::to_string(i) + " at Theta " + std::to_string(T) + " Phi " +
-           std::to_string(P);
-}
-
 // Central difference; step 1e-5 keeps truncation (h^2/6 ~ 2e-11) and
 // rounding (eps/h ~ 2e-11) both far below the 1e-9 tolerance used with it.
 template <class F>
@@ -65,30 +60,24 @@ Vec3 Derivative(F f) {
     return Vec3{(a.x - b.x) / (2 * h), (a.y - b.y) / (2 * h), (a.z - b.z) / (2 * h)};
 }
 
-TEST(TermVectors, EveryRowMatchesItsClosedFormAndLeavesIndexZeroAlone) {
-    // Products of at most four values below 1: a few roundings apart at most.
+TEST(TermVectors, EveryRowMatchesItsClosedFormAndTheLowOnesTheDerivatives) {
+    // Closed forms: products of at most four values below 1, a few roundings
+    // apart at most. Terms 1 and 2 are dP/dPhi and dP/dTheta; terms 3 and 4
+    // the derivatives of RotateXZ and RotateYZ at angle 0, taken at P, so that
+    // small coefficients act like ErrorNorth and ErrorWest. Row 0 and column
+    // 0 are left alone.
     TermTable B;
     for (auto& row : B) row.fill(7.0);
     for (const auto& [T, P] : kPositions) {
         TermBasis(T, P, B);
         const auto want = ExpectedTerms(T, P);
+        const std::string at = " at Theta " + std::to_string(T) + " Phi " + std::to_string(P);
         for (int i = 1; i <= kNumTerms; ++i) {
-            ExpectVecNear(want[i], Row(B, i), 1e-15, Where(i, T, P));
+            ExpectVecNear(want[i], Row(B, i), 1e-15, "term " + std::to_string(i) + at);
             EXPECT_EQ(B[i][0], 7.0) << "column 0 of row " << i;
         }
         for (int c = 0; c <= 3; ++c) EXPECT_EQ(B[0][c], 7.0) << "row 0 column " << c;
-    }
-}
-
-TEST(TermVectors, LowTermsAreTheDerivativesOfPointingAndRotations) {
-    // Terms 1 and 2: dP/dPhi and dP/dTheta. Terms 3 and 4: the derivatives of
-    // RotateXZ and RotateYZ at angle 0, taken at P, so that small coefficients
-    // act like ErrorNorth and ErrorWest.
-    TermTable B{};
-    for (const auto& [T, P] : kPositions) {
-        TermBasis(T, P, B);
-        const Vec3 v = AnglesToVec(T, P);
-        auto turned = [&](void (*rotate)(Vec3&, double)) {
+        auto turned = [v = AnglesToVec(T, P)](void (*rotate)(Vec3&, double)) {
             return Derivative([&](double h) {
                 Vec3 w = v;
                 rotate(w, h);
@@ -96,30 +85,21 @@ TEST(TermVectors, LowTermsAreTheDerivativesOfPointingAndRotations) {
             });
         };
         ExpectVecNear(Derivative([&](double h) { return AnglesToVec(T, P + h); }), Row(B, 1), 1e-9,
-                      Where(1, T, P));
+                      "dP/dPhi" + at);
         ExpectVecNear(Derivative([&](double h) { return AnglesToVec(T + h, P); }), Row(B, 2), 1e-9,
-                      Where(2, T, P));
-        ExpectVecNear(turned(RotateXZ), Row(B, 3), 1e-9, Where(3, T, P));
-        ExpectVecNear(turned(RotateYZ), Row(B, 4), 1e-9, Where(4, T, P));
+                      "dP/dTheta" + at);
+        ExpectVecNear(turned(RotateXZ), Row(B, 3), 1e-9, "RotateXZ" + at);
+        ExpectVecNear(turned(RotateYZ), Row(B, 4), 1e-9, "RotateYZ" + at);
     }
 }
 
-TEST(TermVectors, AtTheAxisPoleAndAtTheOtherAxisPosition) {
-    // Theta 0: term 1 vanishes, terms 3 and 4 are the unit x and y vectors,
-    // the cone term 5 is (-sin Phi, cos Phi, 0) and not zero. Exact but for
-    // the library's sine and cosine.
-    TermTable B1{}, B2{};
-    TermBasis(0.0, 0.8, B1);
-    ExpectVecNear({0, 0, 0}, Row(B1, 1), 0, "term 1 at the pole");
-    ExpectVecNear({1, 0, 0}, Row(B1, 3), 0, "term 3 at the pole");
-    ExpectVecNear({0, 1, 0}, Row(B1, 4), 0, "term 4 at the pole");
-    ExpectVecNear({-std::sin(0.8), std::cos(0.8), 0}, Row(B1, 5), 1e-16, "cone at the pole");
+TEST(TermVectors, TheOtherAxisPositionReversesThetaTerms) {
     // (-Theta, Phi + pi) points where (Theta, Phi) does, but Vt turns round,
     // Vp stays, and the cone term turns round. Tolerance: the short half turn
     // (4.1e-10 above pi) of the second position.
-    const double T = 0.9, P = 2.1;
-    TermBasis(T, P, B1);
-    TermBasis(-T, P + kHalfTurn, B2);
+    TermTable B1{}, B2{};
+    TermBasis(0.9, 2.1, B1);
+    TermBasis(-0.9, 2.1 + kHalfTurn, B2);
     auto minus = [](Vec3 v) { return Vec3{-v.x, -v.y, -v.z}; };
     ExpectVecNear(minus(Row(B1, 2)), Row(B2, 2), 1e-9, "Vt reversed");
     ExpectVecNear(Row(B1, 1), Row(B2, 1), 1e-9, "Vp kept");

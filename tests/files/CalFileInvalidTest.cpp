@@ -1,14 +1,9 @@
 // Files that are not valid calibration files: the result is false and what
 // was read before the failure stays in the model.
-#include <gtest/gtest.h>
 
 #include <algorithm>
-#include <string>
-#include <vector>
 
 #include "FileTestSupport.h"
-#include "files/CalFile.h"
-#include "sky/NumberText.h"
 
 namespace {
 

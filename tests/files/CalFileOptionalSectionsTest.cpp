@@ -1,14 +1,8 @@
 // The seven optional sections at the end of the calibration file: probed by
 // label, in order, each missing one ending the reading with result true.
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 #include "FileTestSupport.h"
-#include "files/CalFile.h"
 #include "files/WindowHooks.h"
-#include "sky/NumberText.h"
 
 namespace {
 

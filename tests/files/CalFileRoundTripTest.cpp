@@ -1,13 +1,9 @@
 // Saving and loading again: what comes back, and the star names through the
 // single-byte text of the file.
-#include <gtest/gtest.h>
 
 #include <random>
-#include <string>
 
 #include "FileTestSupport.h"
-#include "files/CalFile.h"
-#include "sky/NumberText.h"
 
 namespace {
 

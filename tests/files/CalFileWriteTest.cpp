@@ -1,10 +1,6 @@
 // The writer of the calibration file: exact bytes, and when it refuses.
-#include <gtest/gtest.h>
-
-#include <string>
 
 #include "FileTestSupport.h"
-#include "files/CalFile.h"
 #include "files/WindowHooks.h"
 
 namespace {

@@ -2,6 +2,8 @@
 // writes, edits of files typed out line by line, and the two reference files.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -10,7 +12,9 @@
 #include <string>
 #include <vector>
 
+#include "files/CalFile.h"
 #include "model/ModelState.h"
+#include "sky/NumberText.h"
 
 namespace filetest {
 

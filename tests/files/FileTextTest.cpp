@@ -1,16 +1,13 @@
 // The text of the calibration file: real numbers written with 15 digits
 // whatever the locale, the lenient reading of number lines, and star names
 // in Windows-1252.
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdio>
 #include <limits>
 #include <random>
-#include <string>
 
 #include "FileTestSupport.h"
-#include "files/CalFile.h"
 #include "files/CodePage1252.h"
 #include "files/NumericPrefix.h"
 #include "sky/SkyTestSupport.h"

@@ -1,6 +1,5 @@
 // The trace log: on only while the marker exists, one dated line per call,
 // one file per run opened at the first logged line.
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -8,8 +7,6 @@
 #include <filesystem>
 #include <optional>
 #include <regex>
-#include <string>
-#include <vector>
 
 #include "FileTestSupport.h"
 #include "files/TraceLog.h"

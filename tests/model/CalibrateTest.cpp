@@ -1,11 +1,9 @@
 // The fit: recovery of known synthetic mounts, the ladder of term numbers,
 // and the iteration that moves terms 1 to 4 into offsets and rotations.
-#include <cmath>
 #include <cstring>
 #include <initializer_list>
 #include <numeric>
 #include <utility>
-#include <vector>
 
 #include "ModelTestSupport.h"
 #include "model/Residuals.h"

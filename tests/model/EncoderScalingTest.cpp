@@ -1,10 +1,7 @@
 // Encoder counts and axis angles: directions, counts per turn, scale factors,
 // offsets and the one-shot wraps.
-#include <cmath>
 
 #include "ModelTestSupport.h"
-#include "model/Constants.h"
-#include "model/Frames.h"
 
 namespace {
 

@@ -1,11 +1,7 @@
 // The vector helpers, the quadrant arctangent, axis angles, and the
 // rotations between the mount and the horizon frame.
-#include <cmath>
-#include <random>
 
 #include "ModelTestSupport.h"
-#include "model/Constants.h"
-#include "model/Frames.h"
 
 namespace {
 
@@ -72,7 +68,6 @@ TEST(VectorLength, NormalizeScalesToUnitLengthAndKeepsZero) {
     NormalizeVec(zero);
     ExpectVecNear({0, 0, 0}, zero, 0, "zero vector stays zero, no NaN");
 }
-
 
 // What the short half turn adds over pi; checks against references made
 // with true pi allow for it.

@@ -1,9 +1,6 @@
 // The inverse of the pointing model and the end-to-end conversions.
-#include <cmath>
-#include <random>
 
 #include "ModelTestSupport.h"
-#include "model/Frames.h"
 #include "model/InverseSolution.h"
 #include "model/Terms.h"
 

@@ -4,9 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <memory>
+#include <random>
 #include <string>
+#include <vector>
 
+#include "model/Constants.h"
+#include "model/Frames.h"
 #include "model/ModelState.h"
 #include "model/Vec3.h"
 

@@ -1,8 +1,6 @@
 // Residuals of single points and the four summary figures.
-#include <cmath>
 
 #include "ModelTestSupport.h"
-#include "model/Frames.h"
 #include "model/InverseSolution.h"
 #include "model/Residuals.h"
 #include "model/SyntheticCalibration.h"

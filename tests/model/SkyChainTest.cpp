@@ -1,10 +1,7 @@
 // The road from an apparent place to the horizon vector and back, with and
 // without refraction.
-#include <cmath>
-#include <random>
 
 #include "ModelTestSupport.h"
-#include "model/Frames.h"
 #include "model/SkyChain.h"
 
 namespace {
@@ -131,17 +128,6 @@ TEST(HorizonToApparentPlace, ReturnsThePlaceWithRefractionOnAndRangesHold) {
         EXPECT_TRUE(RA >= 0 && RA <= 6.283185308) << RA;
         EXPECT_TRUE(Dec >= -3.141592654 / 2 && Dec <= 3.141592654 / 2) << Dec;
     }
-}
-
-TEST(CelestialPlace, J2000RoundTripThroughTheHorizon) {
-    auto s = FreshModel();
-    const double JD = 2460000.5;
-    double RA = 0, Dec = 0;
-    HorizonToCelestial(*s, CelestialToHorizon(*s, 2.0, 0.5, 2.3, JD), 2.3, JD, RA, Dec);
-    // The apparent-to-mean step is not iterated: second order in a
-    // correction of about 1e-4 rad, so about 1e-8 rad remains.
-    EXPECT_NEAR(RA, 2.0, 1e-7);
-    EXPECT_NEAR(Dec, 0.5, 1e-7);
 }
 
 }  // namespace

@@ -1,12 +1,8 @@
 // The 46 correction vectors, the corrected pointing vector, and the four
 // ready-made sets of term flags.
 #include <array>
-#include <cmath>
-#include <string>
 
 #include "ModelTestSupport.h"
-#include "model/Constants.h"
-#include "model/Frames.h"
 #include "model/Terms.h"
 
 namespace {

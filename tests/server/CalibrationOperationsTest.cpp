@@ -1,6 +1,4 @@
 // Adding, reading, removing and weighing calibration points.
-#include <memory>
-#include <string>
 
 #include "ServerTestSupport.h"
 #include "sky/NumberText.h"

@@ -1,9 +1,5 @@
 // The one operation every change of the model ends in, its guard flag, and
 // which server members run it.
-#include <cmath>
-#include <functional>
-#include <string>
-#include <vector>
 
 #include "ServerTestSupport.h"
 

@@ -1,10 +1,7 @@
 // The server object: its creation, its properties as fields of the model,
 // the clock members, and the members that reach the windows and the file.
-#include <cmath>
 #include <ctime>
 #include <filesystem>
-#include <memory>
-#include <string>
 
 #include "ServerTestSupport.h"
 

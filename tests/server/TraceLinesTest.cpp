@@ -7,8 +7,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <string>
-#include <vector>
 
 #include "ServerTestSupport.h"
 #include "files/TraceLogForTests.h"

@@ -1,6 +1,5 @@
 // Tracking rates, guide offsets, the Jacobian and the field angle of a
 // perfect mount, against the motion of the sky worked out by hand.
-#include <cmath>
 
 #include "ServerTestSupport.h"
 

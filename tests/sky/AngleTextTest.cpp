@@ -1,12 +1,8 @@
 // Angle text: the right ascension and declination formatters and parsers of
 // cString and mStrings, the carry of rounded seconds, and the file-name and
 // substring helpers.
-#include <gtest/gtest.h>
 
-#include <cmath>
 #include <initializer_list>
-#include <random>
-#include <string>
 #include <utility>
 
 #include "SkyTestSupport.h"

@@ -1,11 +1,7 @@
 // The shared number helpers: default text of a double, rounded display text,
 // the integer parts and the reader of numeric text.
-#include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstdio>
-#include <random>
-#include <string>
 
 #include "SkyTestSupport.h"
 #include "sky/NumberText.h"

@@ -1,11 +1,8 @@
 // Epochs, precession between two mean places, and the apparent place of a
 // date (precession, nutation and annual aberration).
-#include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <numbers>
-#include <random>
 
 #include "SkyTestSupport.h"
 #include "sky/cACT.h"

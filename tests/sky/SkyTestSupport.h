@@ -2,8 +2,12 @@
 // and a locale with a decimal comma.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <clocale>
+#include <cmath>
 #include <cstdint>
+#include <random>
 #include <string>
 
 #include "sky/mTime.h"

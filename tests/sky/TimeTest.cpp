@@ -2,19 +2,14 @@
 // simplifications (whole-hour zones rounded to even, a leap test without the
 // century rule, a negative hour that stays on the local date), Julian days
 // both ways, the computer's clock, and Greenwich and local sidereal time.
-#include <gtest/gtest.h>
 #include <time.h>
 
 #include <chrono>
-#include <cmath>
 #include <memory>
-#include <random>
-#include <string>
 
 #include "SkyTestSupport.h"
 #include "model/ModelState.h"
 #include "sky/NumberText.h"
-#include "sky/mTime.h"
 
 namespace {
 

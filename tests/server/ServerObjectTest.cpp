@@ -4,30 +4,32 @@
 #include <filesystem>
 
 #include "ServerTestSupport.h"
+#include "sky/NumberText.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
+// The settings a client reads, on one line.
+std::string Settings(const cAztrue& a) {
+    return a.Version() + " lat " + NumberText(a.Latitude()) + " lon " + NumberText(a.Longitude()) +
+           " T " + NumberText(a.Temperature()) + " P " + NumberText(a.Pressure()) +
+           (a.EnableRefraction() ? " refraction" : "") + " zone " + NumberText(a.TimeZone()) +
+           (a.DST() ? " DST" : "") + " mount " + std::to_string(a.MountType()) +
+           (a.PhiPosCW() ? " cw " : " ccw ") + NumberText(a.PhiCountsPerRev()) +
+           (a.ThetaPosUp() ? " up " : " down ") + NumberText(a.ThetaCountsPerRev()) + " points " +
+           std::to_string(a.NumCalPoints()) + " file '" + a.FullFileName() + "'";
+}
+
+// Every value is the default of the model's tables.
+const std::string kDefaults =
+    "Aztrue 5.32 lat 33.5 lon -118 T 16 P 1018 refraction zone -8 mount 0 cw 6.283185308 up "
+    "6.283185308 points 0 file ''";
+
 using ServerCreation = ServerTest;
 
 TEST_F(ServerCreation, NewObjectReadsTheModelDefaults) {
-    // Every expected value is the default of the model's tables.
-    EXPECT_EQ(server->Version(), "Aztrue 5.32");
-    EXPECT_EQ(server->Latitude(), 33.5);
-    EXPECT_EQ(server->Longitude(), -118.0);
-    EXPECT_EQ(server->Temperature(), 16.0);
-    EXPECT_EQ(server->Pressure(), 1018.0);
-    EXPECT_TRUE(server->EnableRefraction());
-    EXPECT_EQ(server->TimeZone(), -8.0);
-    EXPECT_FALSE(server->DST());
-    EXPECT_EQ(server->MountType(), 0);
-    EXPECT_TRUE(server->PhiPosCW());
-    EXPECT_TRUE(server->ThetaPosUp());
-    EXPECT_EQ(server->PhiCountsPerRev(), 6.283185308);
-    EXPECT_EQ(server->ThetaCountsPerRev(), 6.283185308);
-    EXPECT_EQ(server->NumCalPoints(), 0);
-    EXPECT_TRUE(server->FullFileName().empty());
+    EXPECT_EQ(Settings(*server), kDefaults);
     EXPECT_TRUE(model->ServerStarted);
     // A fit with no point is the identity: every result 0.
     for (double result : {server->ErrorNorth(), server->ErrorWest(), server->ThetaEncOffset(),
@@ -44,11 +46,9 @@ TEST_F(ServerCreation, SecondObjectSwitchesTheChainOnResetsSettingsAndKeepsPoint
     chain.SetDisplayEnabled(false);
     cAztrue second(chain);
     EXPECT_TRUE(chain.DisplayEnabled());
-    EXPECT_EQ(second.NumCalPoints(), 1);
-    EXPECT_EQ(second.Latitude(), 33.5);
-    EXPECT_EQ(second.Longitude(), -118.0);
-    EXPECT_EQ(second.Temperature(), 16.0);
-    EXPECT_EQ(second.Pressure(), 1018.0);
+    EXPECT_EQ(Settings(second),
+              "Aztrue 5.32 lat 33.5 lon -118 T 16 P 1018 refraction zone -8 mount 0 cw "
+              "6.283185308 up 6.283185308 points 1 file ''");
 }
 
 TEST_F(ServerCreation, EndOfObjectClosesEverything) {
@@ -61,19 +61,19 @@ using ServerProperties = ServerTest;
 
 TEST_F(ServerProperties, WritesStoreWithoutRangeTest) {
     server->SetLatitude(123.456);  // no site has it, yet it is stored as given
-    EXPECT_EQ(model->Latitude, 123.456);
-    server->SetPath("/data/runs");
-    EXPECT_EQ(server->Path(), "/data/runs");
-    server->SetSecond(-1.5);
-    EXPECT_EQ(model->Second, -1.5);
-    server->SetYear(-32768);
-    EXPECT_EQ(server->Year(), -32768);
     server->SetDST(true);
-    EXPECT_TRUE(model->DST);
     server->SetPhiCountsPerRev(8192.0);
     server->SetThetaCountsPerRev(4096.0);
-    EXPECT_EQ(model->PhiCountsPerRev, 8192.0);
-    EXPECT_EQ(model->ThetaCountsPerRev, 4096.0);
+    server->SetPath("/data/runs");
+    server->SetSecond(-1.5);
+    server->SetYear(-32768);
+    EXPECT_EQ(Settings(*server),
+              "Aztrue 5.32 lat 123.456 lon -118 T 16 P 1018 refraction zone -8 DST mount 0 "
+              "cw 8192 up 4096 points 0 file ''");
+    EXPECT_EQ(model->Latitude, 123.456);
+    EXPECT_EQ(server->Path(), "/data/runs");
+    EXPECT_EQ(model->Second, -1.5);
+    EXPECT_EQ(server->Year(), -32768);
 }
 
 using MountTypeTable = ServerTest;

@@ -24,21 +24,10 @@ Vec3 Turned(void (*rotate)(Vec3&, double), Vec3 v, double a) {
     return v;
 }
 
-TEST(PlaneRotations, TurnZTowardPlusXAndPlusY) {
-    // A right-handed turn about +y by a carries +z to (sin a, 0, cos a) and +x
-    // to (cos a, 0, -sin a); one about +x by -a carries +z to (0, sin a, cos a)
-    // and +y to (0, cos a, -sin a). The test is on which component gets which
-    // sign. Tolerance: one rounding.
-    const double s = std::sin(0.3), c = std::cos(0.3);
-    ExpectVecNear({s, 0, c}, Turned(RotateXZ, {0, 0, 1}, 0.3), 1e-16, "RotateXZ of z");
-    ExpectVecNear({c, 0, -s}, Turned(RotateXZ, {1, 0, 0}, 0.3), 1e-16, "RotateXZ of x");
-    ExpectVecNear({0, s, c}, Turned(RotateYZ, {0, 0, 1}, 0.3), 1e-16, "RotateYZ of z");
-    ExpectVecNear({0, c, -s}, Turned(RotateYZ, {0, 1, 0}, 0.3), 1e-16, "RotateYZ of y");
-}
-
 TEST(PlaneRotations, AgreeWithRodriguesForRandomVectors) {
-    // RotateXZ(a) is the right-handed rotation about +y by a, RotateYZ(a) the
-    // one about +x by -a. Tolerance: a few roundings on components below 2.
+    // RotateXZ(a) is the right-handed rotation about +y by a (+z turns toward
+    // +x), RotateYZ(a) the one about +x by -a (+z turns toward +y). Tolerance:
+    // a few roundings on components below 2.
     std::mt19937 gen(12345);
     std::uniform_real_distribution<double> comp(-1.0, 1.0), ang(-3.0, 3.0);
     for (int n = 0; n < 50; ++n) {
@@ -49,7 +38,7 @@ TEST(PlaneRotations, AgreeWithRodriguesForRandomVectors) {
     }
 }
 
-TEST(VectorProducts, HandWorkedValues) {
+TEST(VectorHelpers, ProductsDifferenceAndLengthByHand) {
     // x cross y = z, y cross z = x; (1,2,3) x (4,5,6) = (-3, 6, -3);
     // 1*4 + 2*5 + 3*6 = 32; (1,2,3) - (4,5,6) = (-3,-3,-3). Small integers: exact.
     ExpectVecNear({0, 0, 1}, CrossVec({1, 0, 0}, {0, 1, 0}), 0, "x cross y");
@@ -57,9 +46,6 @@ TEST(VectorProducts, HandWorkedValues) {
     ExpectVecNear({-3, 6, -3}, CrossVec({1, 2, 3}, {4, 5, 6}), 0, "(1,2,3) x (4,5,6)");
     EXPECT_EQ(DotVec({1, 2, 3}, {4, 5, 6}), 32.0);
     ExpectVecNear({-3, -3, -3}, SubVec({1, 2, 3}, {4, 5, 6}), 0, "difference");
-}
-
-TEST(VectorLength, NormalizeScalesToUnitLengthAndKeepsZero) {
     // (3, 4, 12) has length 13 (a Pythagorean quadruple). One division each.
     Vec3 v{3, 4, 12};
     NormalizeVec(v);
@@ -87,13 +73,11 @@ TEST(QuadrantArctangent, ExactOnTheAxesAndShiftedByTheShortPiElsewhere) {
     // Right half plane: the library's atan2 to a rounding. Left half plane:
     // the program's half turn instead of pi, so (3.141592654 - pi) more with
     // the sign of the half turn. Tolerance: two roundings of values near 3.
-    const double ys[] = {1, 1, -1, -1, 0.3, -0.3, 5, -1e-8};
-    const double xs[] = {1, -1, -1, 1, -2, -2, 0.01, -1};
-    for (int n = 0; n < 8; ++n) {
-        const double want =
-            std::atan2(ys[n], xs[n]) + (xs[n] < 0 ? (ys[n] >= 0 ? 1 : -1) * kDelta : 0);
-        EXPECT_NEAR(want, Atan2(ys[n], xs[n]), 2e-15) << "Y " << ys[n] << " X " << xs[n];
-    }
+    const double yx[][2] = {{1, 1},    {1, -1},    {-1, -1},  {-1, 1},
+                            {0.3, -2}, {-0.3, -2}, {5, 0.01}, {-1e-8, -1}};
+    for (const auto& [y, x] : yx)
+        EXPECT_NEAR(std::atan2(y, x) + (x < 0 ? (y >= 0 ? 1 : -1) * kDelta : 0), Atan2(y, x), 2e-15)
+            << y << " " << x;
     std::mt19937 gen(7);
     std::uniform_real_distribution<double> u(-10, 10);
     for (int n = 0; n < 200; ++n) {
@@ -139,9 +123,8 @@ TEST(AxisAnglesOfVector, CasesOfVecToAngles) {
     for (const auto& c : cases) {
         double Theta = 1, Phi = 1;
         VecToAngles(c.v, c.Tsign, Theta, Phi);
-        EXPECT_NEAR(c.Theta, Theta, c.tol)
-            << c.v.x << " " << c.v.y << " " << c.v.z << " " << c.Tsign;
-        EXPECT_NEAR(c.Phi, Phi, c.tol) << c.v.x << " " << c.v.y << " " << c.v.z << " " << c.Tsign;
+        EXPECT_NEAR(c.Theta, Theta, c.tol) << "case " << &c - cases;
+        EXPECT_NEAR(c.Phi, Phi, c.tol) << "case " << &c - cases;
     }
 }
 

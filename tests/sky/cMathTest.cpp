@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <initializer_list>
 #include <memory>
 #include <random>
 #include <vector>
@@ -61,17 +60,13 @@ struct System {
     std::unique_ptr<Matrix> A = std::make_unique<Matrix>();
     MatrixVector B{};
 };
-System Make(std::initializer_list<std::initializer_list<double>> rows,
-            std::initializer_list<double> b = {}) {
+using Row = std::vector<double>;
+using Rows = std::vector<Row>;
+System Make(const Rows& rows, const Row& b = {}) {
     System s;
-    int i = 1;
-    for (const auto& row : rows) {
-        int j = 1;
-        for (double v : row) (*s.A)[i][j++] = v;
-        ++i;
-    }
-    int k = 1;
-    for (double v : b) s.B[k++] = v;
+    for (size_t i = 0; i < rows.size(); ++i)
+        for (size_t j = 0; j < rows[i].size(); ++j) (*s.A)[i + 1][j + 1] = rows[i][j];
+    for (size_t k = 0; k < b.size(); ++k) s.B[k + 1] = b[k];
     return s;
 }
 
@@ -114,8 +109,6 @@ TEST(MatrixInverse, HandWorkedCasesPivotsAndTies) {
     // 2: (1,1) is 0, reciprocal 1e12, singular; row 1 -> [1e12 -1e12], B1 =
     // -1e12; row 2 -> [-1e12, 1 + 1e12], B2 = 2 + 1e12. The first of equals
     // as pivot would give 1e12 + 1 at (1,1).
-    using Row = std::vector<double>;
-    using Rows = std::vector<Row>;
     // clang-format off
     const struct { Rows A; Row B; bool ok; Rows inverse; Row x; double tol; } cases[] = {
         {{{4}}, {2}, true, {{0.25}}, {0.5}, 0},
@@ -129,12 +122,8 @@ TEST(MatrixInverse, HandWorkedCasesPivotsAndTies) {
          {-1e12, 1e12 + 2}, 0}};
     // clang-format on
     for (const auto& c : cases) {
-        System s;
+        System s = Make(c.A, c.B);
         const int n = static_cast<int>(c.A.size());
-        for (int i = 1; i <= n; ++i) {
-            s.B[i] = c.B[i - 1];
-            for (int j = 1; j <= n; ++j) (*s.A)[i][j] = c.A[i - 1][j - 1];
-        }
         EXPECT_EQ(kMath.MatrixInverse(*s.A, s.B, n), c.ok)
             << "size " << n << (c.ok ? "" : " singular");
         for (int i = 1; i <= n; ++i) {

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "ServerTestSupport.h"
+#include "files/FileTestSupport.h"
 #include "sky/NumberText.h"
 
 namespace {
@@ -180,13 +181,8 @@ TEST_F(WindowMembers, ShowKillAndDispose) {
 
 class FileMembers : public ServerTest {
   protected:
-    void SetUp() override { fs::create_directories(folder); }
-    void TearDown() override { fs::remove_all(folder); }
-    const fs::path folder = fs::temp_directory_path() /
-                            ("aztrue-server-files-" +
-                             std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
-                             "-" + ::testing::UnitTest::GetInstance()->current_test_info()->name());
-    const std::string name = (folder / "run.AZT").string();
+    filetest::TempFolder folder;
+    const std::string name = folder.File("run.AZT");
 };
 
 TEST_F(FileMembers, SaveTakesTheNameAndLoadFitsNothing) {
@@ -214,8 +210,8 @@ TEST_F(FileMembers, SaveTakesTheNameAndLoadFitsNothing) {
     EXPECT_EQ(display.calls, Calls{"FileNameChanged"});
     // Failures keep the file name.
     model->FullFileName = "before.AZT";
-    EXPECT_FALSE(server->SaveFile((folder / "no-such-folder" / "x.AZT").string()));
-    EXPECT_FALSE(server->LoadFile((folder / "missing.AZT").string()));
+    EXPECT_FALSE(server->SaveFile(folder.File("no-such-folder/x.AZT")));
+    EXPECT_FALSE(server->LoadFile(folder.File("missing.AZT")));
     EXPECT_EQ(server->FullFileName(), "before.AZT");
 }
 

@@ -64,7 +64,7 @@ TEST_F(OptionalSections, MissingTruncatedOrMislabelledSections) {
         {{}, kComplete, "complete file"},
         {{{"Clock Rate Error:", 0, 1, "12.5"}}, kComplete, "the clock rate value has no effect"},
         {{{" 950 ", 0, 0, nullptr}}, kNoneRead, "file ending after Pressure"},
-        {{{"Terms Enabled:", 0, 0, "Terms Enabled: "}}, kNoneRead, "a trailing blank is not the label"},
+        {{{"Terms Enabled:", 0, 0, "Terms Enabled: "}}, kNoneRead, "trailing blank: not the label"},
         {{{" 0.998 ", 0, 0, nullptr}},
          "A 010111111111110 E 0000000 used 01 SF 1.002 0.998 refraction on max 999 hook 1",
          "file ending after section C"},
@@ -85,9 +85,9 @@ TEST_F(OptionalSections, MissingTruncatedOrMislabelledSections) {
          "three of seven flags of E: no hook after it"},
         // Flags of A and E are on unless exactly "0"; a point is used and
         // refraction on only for exactly "1".
-        {{{"Terms Enabled:", 0, 1, " 0"}, {"Terms Enabled:", 0, 3, "00"}, {"Terms Enabled:", 1, 2, "0 "},
-          {"Terms Enabled:", 1, 4, ""}, {"Cal Points Used:", 0, 1, "True"},
-          {"Cal Points Used:", 0, 2, " 1"},
+        {{{"Terms Enabled:", 0, 1, " 0"}, {"Terms Enabled:", 0, 3, "00"},
+          {"Terms Enabled:", 1, 2, "0 "}, {"Terms Enabled:", 1, 4, ""},
+          {"Cal Points Used:", 0, 1, "True"}, {"Cal Points Used:", 0, 2, " 1"},
           {"Enable Refraction:", 0, 1, " 1"}},
          "A 111111111111110 E 1111001 used 00 SF 1.002 0.998 refraction off max 150 hook 2",
          "the \"0\" and \"1\" tests with blanks"},

@@ -37,7 +37,7 @@ TEST(LocalToUniversal, ZonesRollOversEvenHoursAndDaylightSaving) {
         {Time(2000, 4, 30, 20, 0, 0, -8), 2000, 5, 1, 4, "end of a 30-day month"},
         {Time(2000, 12, 31, 20, 0, 0, -8), 2001, 1, 1, 4, "New Year's Eve"},
         {Time(1900, 2, 28, 23, 0, 0, -8), 1900, 2, 29, 7, "no century rule: 1900 has February 29"},
-        {Time(2001, 1, 1, 2, 0, 0, 8), 2001, 1, 1, -6, "east early in the day: the hour goes negative"},
+        {Time(2001, 1, 1, 2, 0, 0, 8), 2001, 1, 1, -6, "east early: negative hour"},
         {Time(2000, 6, 1, 5, 0, 0, -5.5), 2000, 6, 1, 10, "half-hour zone: 10.5 -> 10"},
         {Time(2000, 6, 1, 6, 0, 0, -5.5), 2000, 6, 1, 12, "11.5 -> 12"},
         {Time(2000, 6, 1, 5, 0, 0, 5.5), 2000, 6, 1, 0, "-0.5 -> 0"},

@@ -1,7 +1,5 @@
 // The trace log: on only while the marker exists, one dated line per call,
 // one file per run opened at the first logged line.
-#include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -9,8 +7,6 @@
 #include <filesystem>
 #include <optional>
 #include <regex>
-#include <string>
-#include <vector>
 
 #include "FileTestSupport.h"
 #include "files/TraceLog.h"
@@ -19,6 +15,7 @@
 namespace {
 
 namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
 
 // Today's local date as yyyy-MM-dd.
 std::string Today() {
@@ -39,8 +36,6 @@ class TraceLog : public ::testing::Test {
         if (const char* v = std::getenv("HOME")) savedHome = v;
         setenv("XDG_DOCUMENTS_DIR", docs.Path().c_str(), 1);
         ResetTraceLogForTests();
-        company = docs.Path() + "/Brightfold Optics";
-        marker = company + "/AztrueLog-Enabled.txt";
     }
     void TearDown() override {
         ResetTraceLogForTests();
@@ -67,36 +62,37 @@ class TraceLog : public ::testing::Test {
         return names;
     }
 
-    filetest::TempFolder docs;
-    std::string company;
-    std::string marker;
-    std::optional<std::string> savedDocs;
-    std::optional<std::string> savedHome;
-};
-
-// One log line: date, time, ": ", the text, CR LF.
-const std::regex kLine(R"((\d{4}-\d{2}-\d{2}) \d{2}:\d{2}:\d{2}: (.*)\r\n)");
-
-// The texts of the lines of a log file; fails the test on a malformed line.
-std::vector<std::string> LineTexts(const std::string& bytes) {
-    std::vector<std::string> texts;
-    size_t pos = 0;
-    while (pos < bytes.size()) {
-        const size_t end = bytes.find("\r\n", pos);
-        if (end == std::string::npos) {
-            ADD_FAILURE() << "line without CR LF: " << bytes.substr(pos);
-            break;
+    // The texts of the lines of the one log file. Each line is the date,
+    // the time, ": ", the text and CR LF; the date is that of the file name.
+    Texts LoggedTexts() const {
+        const auto files = LogFiles();
+        if (files.size() != 1) {
+            ADD_FAILURE() << files.size() << " log files";
+            return {};
         }
-        const std::string line = bytes.substr(pos, end + 2 - pos);
-        std::smatch m;
-        if (std::regex_match(line, m, kLine))
+        const std::string bytes = filetest::ReadBytes(company + "/" + files[0]);
+        static const std::regex line(R"((\d{4}-\d{2}-\d{2}) \d{2}:\d{2}:\d{2}: (.*)\r\n)");
+        Texts texts;
+        for (size_t pos = 0, end; pos < bytes.size(); pos = end + 2) {
+            end = bytes.find("\r\n", pos);
+            std::smatch m;
+            const std::string one =
+                bytes.substr(pos, end == std::string::npos ? end : end + 2 - pos);
+            if (!std::regex_match(one, m, line)) {
+                ADD_FAILURE() << "malformed line: " << one;
+                break;
+            }
+            EXPECT_EQ("AztrueLog-" + m[1].str() + ".txt", files[0]);
             texts.push_back(m[2]);
-        else
-            ADD_FAILURE() << "malformed line: " << line;
-        pos = end + 2;
+        }
+        return texts;
     }
-    return texts;
-}
+
+    filetest::TempFolder docs;
+    const std::string company = docs.Path() + "/Brightfold Optics";
+    const std::string marker = company + "/AztrueLog-Enabled.txt";
+    std::optional<std::string> savedDocs, savedHome;
+};
 
 TEST_F(TraceLog, WithoutMarkerNoFileAppears) {
     for (int i = 0; i < 50; ++i) LogLine("Get Latitude");
@@ -113,84 +109,48 @@ TEST_F(TraceLog, MarkerTurnsOnDatedLinesEndedByCarriageReturnLineFeed) {
     LogLine("Let Latitude = 47.25");
     LogLine("");
     const std::string after = Today();
-
-    const auto files = LogFiles();
-    ASSERT_EQ(files.size(), 1u);
-    const std::string fileName = files[0];
-    EXPECT_TRUE(fileName == "AztrueLog-" + before + ".txt" ||
-                fileName == "AztrueLog-" + after + ".txt")
-        << fileName;
-    const std::string bytes = filetest::ReadBytes(company + "/" + fileName);
-    EXPECT_EQ(LineTexts(bytes),
-              (std::vector<std::string>{"Class_Initialize()", "Let Latitude = 47.25", ""}));
-    // The first line's date is the date of the file's name.
-    EXPECT_EQ(bytes.substr(0, 10), fileName.substr(10, 10));
+    EXPECT_EQ(LoggedTexts(), (Texts{"Class_Initialize()", "Let Latitude = 47.25", ""}));
+    const std::string name = LogFiles().at(0);
+    EXPECT_TRUE(name == "AztrueLog-" + before + ".txt" || name == "AztrueLog-" + after + ".txt")
+        << name;
 }
 
-TEST_F(TraceLog, MarkerRemovedAndRestoredDuringARun) {
+TEST_F(TraceLog, MarkerRemovedAndRestoredDuringARunAndASecondRunAppends) {
     TurnOn();
     LogLine("one");
     fs::remove(marker);
     LogLine("dropped");
     filetest::WriteBytes(marker, "any content");
     LogLine("three");
-    const auto files = LogFiles();
-    ASSERT_EQ(files.size(), 1u);
-    EXPECT_EQ(LineTexts(filetest::ReadBytes(company + "/" + files[0])),
-              (std::vector<std::string>{"one", "three"}));
-}
-
-TEST_F(TraceLog, ASecondRunAppendsToTheSameDaysFile) {
-    TurnOn();
-    LogLine("first run");
-    ResetTraceLogForTests();  // as at the start of another process
+    ResetTraceLogForTests();  // as at the start of another process the same day
     LogLine("second run");
-    const auto files = LogFiles();
-    ASSERT_EQ(files.size(), 1u);
-    EXPECT_EQ(LineTexts(filetest::ReadBytes(company + "/" + files[0])),
-              (std::vector<std::string>{"first run", "second run"}));
+    EXPECT_EQ(LoggedTexts(), (Texts{"one", "three", "second run"}));
 }
 
-TEST_F(TraceLog, FolderIsLookedUpOnceKnown) {
-    TurnOn();
-    LogLine("here");
-    filetest::TempFolder elsewhere;
-    setenv("XDG_DOCUMENTS_DIR", elsewhere.Path().c_str(), 1);
-    LogLine("still here");
-    const auto files = LogFiles();
-    ASSERT_EQ(files.size(), 1u);
-    EXPECT_EQ(LineTexts(filetest::ReadBytes(company + "/" + files[0])),
-              (std::vector<std::string>{"here", "still here"}));
-}
-
-TEST_F(TraceLog, UnknownFolderIsAskedForAgainAtTheNextLine) {
+TEST_F(TraceLog, FolderIsLookedUpAgainOnlyWhileUnknown) {
     unsetenv("XDG_DOCUMENTS_DIR");
     unsetenv("HOME");
     LogLine("no folder");  // no documents folder: nothing, no crash
     setenv("XDG_DOCUMENTS_DIR", docs.Path().c_str(), 1);
     TurnOn();
     LogLine("found");
-    const auto files = LogFiles();
-    ASSERT_EQ(files.size(), 1u);
-    EXPECT_EQ(LineTexts(filetest::ReadBytes(company + "/" + files[0])),
-              (std::vector<std::string>{"found"}));
+    filetest::TempFolder elsewhere;
+    setenv("XDG_DOCUMENTS_DIR", elsewhere.Path().c_str(), 1);
+    LogLine("still here");
+    EXPECT_EQ(LoggedTexts(), (Texts{"found", "still here"}));
 }
 
 TEST_F(TraceLog, LogPathThatIsAFolderLeavesTheCallWorking) {
     TurnOn();
-    // Both possible dates, in case the test runs across midnight.
-    const std::string today = Today();
-    fs::create_directories(company + "/AztrueLog-" + today + ".txt");
+    const std::string today = company + "/AztrueLog-" + Today() + ".txt";
+    fs::create_directories(today);
     LogLine("lost");
     LogLine("lost too");
-    EXPECT_TRUE(fs::is_directory(company + "/AztrueLog-" + today + ".txt") || Today() != today);
+    EXPECT_TRUE(fs::is_directory(today));
     // Once the obstacle is gone, the next line opens the file.
-    fs::remove(company + "/AztrueLog-" + today + ".txt");
+    fs::remove(today);
     LogLine("written");
-    const auto files = LogFiles();
-    ASSERT_EQ(files.size(), 1u);
-    EXPECT_EQ(LineTexts(filetest::ReadBytes(company + "/" + files[0])),
-              (std::vector<std::string>{"written"}));
+    EXPECT_EQ(LoggedTexts(), Texts{"written"});
 }
 
 TEST_F(TraceLog, ReadOnlyLogFolderLeavesTheCallWorking) {

@@ -1,14 +1,16 @@
 // Shared pieces of the server tests: a display that records every call,
-// a fixture with a fresh model and server object, and synthetic stars.
+// a fixture with a fresh model and server object, and stars of a perfect mount.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "model/InverseSolution.h"
 #include "model/ModelState.h"
 #include "server/DisplayRefresh.h"
 #include "server/RecalcChain.h"
@@ -69,23 +71,22 @@ class ServerTest : public ::testing::Test {
     int Recalculations() const { return display.Count("UpdateGraph"); }
 };
 
-// A star of a calibration run, as mean J2000 place and time.
-struct SyntheticStar {
-    double RA;
-    double Dec;
-    double LST;
-    double JD;
-};
-
-// Six stars well above the horizon of the default site (latitude 33.5),
-// spread over hour angle and declination so that the four lowest terms
-// are well determined.
-inline std::vector<SyntheticStar> SixStars() {
-    const double lst = 1.0;
-    const double jd = 2451545.25;
+// Adds six stars well above the horizon of the default site (latitude 33.5),
+// spread over hour angle and declination so that the four lowest terms are
+// well determined, with the encoder readings of a perfect mount plus the
+// given shifts (counts are radians at the default counts per turn); star
+// `spoiled` (1-based) reads 0.01 more on the Theta axis.
+inline void AddSixStars(cAztrue& server, double phiShift = 0, double thetaShift = 0,
+                        int spoiled = 0) {
+    auto perfect = std::make_unique<ModelState>();
+    InitModel(*perfect);
+    const double lst = 1.0, jd = 2451545.25;
     const double hourAngle[6] = {-1.0, -0.5, 0.0, 0.5, 1.0, 1.5};
     const double dec[6] = {0.2, 0.8, -0.1, 0.5, 1.1, 0.3};
-    std::vector<SyntheticStar> stars;
-    for (int i = 0; i < 6; ++i) stars.push_back({lst - hourAngle[i], dec[i], lst, jd});
-    return stars;
+    for (int i = 0; i < 6; ++i) {
+        double theta = 0, phi = 0;
+        CelestialToEncoders(*perfect, lst, jd, lst - hourAngle[i], dec[i], 1, theta, phi);
+        theta += thetaShift + (i + 1 == spoiled ? 0.01 : 0);
+        server.AddCalPoint(phi + phiShift, theta, lst - hourAngle[i], dec[i], lst, jd, "", "");
+    }
 }

@@ -141,6 +141,25 @@ std::vector<int> ActiveTerms(const ModelState& s) {
     return on;
 }
 
+TEST(FitLadder, ASensitivityEqualToTheLimitIsAccepted) {
+    // The ladder stops at the first rung whose Sensitivity is at most the
+    // limit. The rung a fit kept, solved alone from zero offsets as stage 1
+    // solves it, gives that rung's Sensitivity: as the limit it keeps the
+    // same terms, and the next double below drops the rung.
+    auto s = ModelWithPoints(30);
+    Calibrate(*s);
+    const std::vector<int> kept = ActiveTerms(*s);
+    auto rung = ModelWithPoints(30);
+    for (int t : kept) rung->TermActive[t] = true;
+    SolveCoefficients(*rung);
+    auto again = ModelWithPoints(30, rung->Sensitivity);
+    Calibrate(*again);
+    EXPECT_EQ(ActiveTerms(*again), kept) << "limit " << rung->Sensitivity;
+    auto below = ModelWithPoints(30, std::nextafter(rung->Sensitivity, 0.0));
+    Calibrate(*below);
+    EXPECT_LT(ActiveTerms(*below).size(), kept.size());
+}
+
 TEST(FitLadder, TermsAllowedByTheNumberOfPoints) {
     // 1 point: terms 1 and 2; 2 points: 1 to 4; 3 points: 6; 23 points: all
     // 46. A huge MaxSensitivity stops the ladder at the first solve.

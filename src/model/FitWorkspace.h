@@ -12,6 +12,14 @@
 
 struct ModelState;
 
+// Normal equations A x = R of a list of terms (numbers in rising order).
+struct NormalSystem {
+    int n = 0;
+    std::array<int16_t, kNumTerms + 1> TermList{};
+    Matrix A{};
+    MatrixVector R{};
+};
+
 struct FitWorkspace {
     // Used points in table order, and where each star stands in the horizon
     // frame (refraction applied). That vector depends only on the point and
@@ -20,11 +28,11 @@ struct FitWorkspace {
     std::array<int16_t, kMaxCalPoints + 1> UsedIndex{};
     std::array<Vec3, kMaxCalPoints + 1> Sky{};
 
-    // The normal equations of the active terms, then their solution.
-    std::array<int16_t, kNumTerms + 1> TermList{};
-    Matrix A{};
-    MatrixVector R{};
+    NormalSystem Full;   // equations of the widest term set of a fit
+    NormalSystem Solve;  // the system being inverted
     TermTable B{};
+    // The basis of the terms of one point, packed by component.
+    std::array<std::array<double, kNumTerms + 1>, 4> Packed{};
 };
 
 // Fills NumUsed, UsedIndex and Sky from the model.

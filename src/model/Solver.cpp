@@ -35,84 +35,100 @@ void PrepareFitWorkspace(const ModelState& s, FitWorkspace& w) {
     }
 }
 
-// Linear least squares over the active terms: minimises, over the
-// coefficients a, the sum over used points and the three components of
-// (T - P - sum a B)^2, T being the star in the mount frame and P the
-// nominal pointing of the encoders. Equal weights, no constant term.
-// The normal matrix is filled on and above the diagonal and mirrored: each
-// element is the same sum in the same order either way.
-void SolveCoefficients(ModelState& s, FitWorkspace& w) {
-    if (w.NumUsed == 0 || s.NumCalPoints == 0) return;
+namespace {
 
+// Clears every coefficient and lists the active terms; gives their number.
+int ListActiveTerms(ModelState& s, NormalSystem& sys) {
     for (int i = 1; i <= s.NumTerms; ++i) s.TermCoef[i] = 0;
     int n = 0;
     for (int t = 1; t <= s.NumTerms; ++t)
-        if (s.TermActive[t]) w.TermList[++n] = static_cast<int16_t>(t);
-    for (int i = 1; i <= n; ++i) {
-        w.R[i] = 0;
-        for (int j = 1; j <= n; ++j) w.A[i][j] = 0;
-    }
-    if (n == 0) return;
+        if (s.TermActive[t]) sys.TermList[++n] = static_cast<int16_t>(t);
+    sys.n = n;
+    return n;
+}
 
-    // The basis of the active terms of one point, by component, packed.
-    std::array<std::array<double, kNumTerms + 1>, 4> b{};
+// Sums the normal equations of the listed terms over the used points, with
+// the offsets and rotations as they stand: for each point in table order and
+// each component c from 1 to 3, R(i) += (T(c) - P(c)) B(ti, c) and
+// A(i, j) += B(ti, c) B(tj, c). Only the upper half is summed; the lower
+// half is the same sums in the same order and is mirrored.
+void AccumulateNormalEquations(const ModelState& s, FitWorkspace& w, NormalSystem& sys) {
+    const int n = sys.n;
+    for (int i = 1; i <= n; ++i) {
+        sys.R[i] = 0;
+        for (int j = 1; j <= n; ++j) sys.A[i][j] = 0;
+    }
+    auto& b = w.Packed;
     for (int u = 1; u <= w.NumUsed; ++u) {
         const CalPoint& pt = s.CalPoints[w.UsedIndex[u]];
-        const Vec3 T = HorizonToMount(s, w.Sky[u]);
+        const Vec3 T = HorizonToMount(s, w.Sky[u]);  // the star, mount frame
         double Theta = 0;
         double Phi = 0;
         EncodersToAngles(s, pt.ThetaEnc, pt.PhiEnc, Theta, Phi);
-        const Vec3 P = AnglesToVec(Theta, Phi);
+        const Vec3 P = AnglesToVec(Theta, Phi);  // the nominal pointing
         TermBasis(Theta, Phi, w.B);
-        for (int c = 1; c <= 3; ++c)
-            for (int i = 1; i <= n; ++i) b[c][i] = w.B[w.TermList[i]][c];
+        for (int i = 1; i <= n; ++i) {
+            const int t = sys.TermList[i];
+            b[1][i] = w.B[t][1];
+            b[2][i] = w.B[t][2];
+            b[3][i] = w.B[t][3];
+        }
         const double d1 = T.x - P.x;
         const double d2 = T.y - P.y;
         const double d3 = T.z - P.z;
         for (int i = 1; i <= n; ++i) {
-            double r = w.R[i];
-            r = r + d1 * b[1][i];
-            r = r + d2 * b[2][i];
-            r = r + d3 * b[3][i];
-            w.R[i] = r;
             const double b1 = b[1][i];
             const double b2 = b[2][i];
             const double b3 = b[3][i];
-            double* row = w.A[i].data();
+            double r = sys.R[i];
+            r = r + d1 * b1;
+            r = r + d2 * b2;
+            r = r + d3 * b3;
+            sys.R[i] = r;
+            double* row = sys.A[i].data();
+            const double* c1 = b[1].data();
+            const double* c2 = b[2].data();
+            const double* c3 = b[3].data();
             for (int j = i; j <= n; ++j) {
                 double a = row[j];
-                a = a + b1 * b[1][j];
-                a = a + b2 * b[2][j];
-                a = a + b3 * b[3][j];
+                a = a + b1 * c1[j];
+                a = a + b2 * c2[j];
+                a = a + b3 * c3[j];
                 row[j] = a;
             }
         }
     }
     for (int i = 2; i <= n; ++i)
-        for (int j = 1; j < i; ++j) w.A[i][j] = w.A[j][i];
+        for (int j = 1; j < i; ++j) sys.A[i][j] = sys.A[j][i];
+}
 
-    // A singular system needs no branch: the inverter then works with a
-    // huge reciprocal pivot, Sensitivity becomes huge and the ladder drops terms.
-    s.Math.MatrixInverse(w.A, w.R, n);
-
+// Inverts the system in place (a singular one included: the inverter then
+// works with a huge reciprocal pivot, Sensitivity becomes huge and the
+// ladder drops terms), takes Sensitivity as the largest absolute element of
+// the inverse and stores the solution as the coefficients.
+void FinishSolve(ModelState& s, NormalSystem& sys) {
+    const int n = sys.n;
+    s.Math.MatrixInverse(sys.A, sys.R, n);
     double largest = 0;
     for (int i = 1; i <= n; ++i)
         for (int j = 1; j <= n; ++j)
-            if (std::fabs(w.A[i][j]) > largest) largest = std::fabs(w.A[i][j]);
+            if (std::fabs(sys.A[i][j]) > largest) largest = std::fabs(sys.A[i][j]);
     s.Sensitivity = largest;
-
-    for (int i = 1; i <= n; ++i) s.TermCoef[w.TermList[i]] = w.R[i];
+    for (int i = 1; i <= n; ++i) s.TermCoef[sys.TermList[i]] = sys.R[i];
 }
 
-void SolveCoefficients(ModelState& s) {
-    auto w = std::make_unique<FitWorkspace>();
-    PrepareFitWorkspace(s, *w);
-    SolveCoefficients(s, *w);
+// The equations of a subset of the terms of `full`, taken from its sums:
+// each element is a sum over the same points in the same order.
+void ExtractSubsystem(const NormalSystem& full, NormalSystem& sub) {
+    std::array<int, kNumTerms + 1> at{};
+    for (int i = 1; i <= full.n; ++i) at[full.TermList[i]] = i;
+    for (int i = 1; i <= sub.n; ++i) {
+        const int fi = at[sub.TermList[i]];
+        sub.R[i] = full.R[fi];
+        for (int j = 1; j <= sub.n; ++j) sub.A[i][j] = full.A[fi][at[sub.TermList[j]]];
+    }
 }
 
-namespace {
-
-// One rung down the ladder of term numbers: 46, 44, ... 8, 6, 5, 4, 2, 0.
 int16_t NextRung(int16_t MaxTerm) {
     if (MaxTerm >= 8) return static_cast<int16_t>(MaxTerm - 2);
     switch (MaxTerm) {
@@ -133,28 +149,68 @@ void ZeroOffsetsAndRotations(ModelState& s) {
 
 }  // namespace
 
+// Linear least squares over the active terms: minimises, over the
+// coefficients a, the sum over used points and the three components of
+// (T - P - sum a B)^2, T being the star in the mount frame and P the nominal
+// pointing of the encoders. Equal weights, no constant term. With no used
+// point the coefficients and Sensitivity stay as they were; with no active
+// term all coefficients are 0 and Sensitivity stays.
+void SolveCoefficients(ModelState& s, FitWorkspace& w) {
+    if (w.NumUsed == 0 || s.NumCalPoints == 0) return;
+    if (ListActiveTerms(s, w.Solve) == 0) return;
+    AccumulateNormalEquations(s, w, w.Solve);
+    FinishSolve(s, w.Solve);
+}
+
+void SolveCoefficients(ModelState& s) {
+    auto w = std::make_unique<FitWorkspace>();
+    PrepareFitWorkspace(s, *w);
+    SolveCoefficients(s, *w);
+}
+
 // The whole fit, from scratch. Stage 1 lets in terms by number as the used
-// points allow (two per point) and steps down the ladder while the inverse
-// normal matrix is more sensitive than MaxSensitivity. Stage 2 moves the
-// coefficients of terms 1 to 4 into the encoder offsets and the two axis
-// rotations, which enter the model non-linearly, until the largest change is
-// below 1e-6 or 200 passes have run.
+// points allow (two per point) and steps down the ladder 46, 44, ... 8, 6,
+// 5, 4, 2, 0 while the inverse normal matrix is more sensitive than
+// MaxSensitivity. Stage 2 moves the coefficients of terms 1 to 4 into the
+// encoder offsets and the two axis rotations, which enter the model
+// non-linearly, until the largest change is below 1e-6 or 200 passes ran.
+//
+// Work that gives the same numbers is done once: the sky vector of each point
+// per fit; the sums of stage 1 once for the widest rung (offsets and
+// rotations are all 0 on every rung, so a narrower rung's sums are a subset);
+// and the first pass of stage 2, which would solve the very system that
+// ended stage 1.
 void Calibrate(ModelState& s) {
-    // The workspace is reused between fits: a fit runs at every parameter
-    // change and every read of a result, and must not allocate.
+    // Reused between fits: a fit runs at every parameter change and every
+    // read of a result, and allocates nothing.
     static thread_local std::unique_ptr<FitWorkspace> workspace;
     if (!workspace) workspace = std::make_unique<FitWorkspace>();
     FitWorkspace& w = *workspace;
 
     ZeroOffsetsAndRotations(s);
     PrepareFitWorkspace(s, w);
-    const int16_t N = static_cast<int16_t>(w.NumUsed);
+    const int N = w.NumUsed;
     int16_t MaxTerm = static_cast<int16_t>(2 * N);
     if (s.NumTerms < MaxTerm) MaxTerm = s.NumTerms;
     SelectActiveTerms(s, MaxTerm);
+    bool stage1Solved = false;  // the last step of stage 1 was a solve that passed
+    bool fullSummed = false;
     while (MaxTerm > 0) {
-        SolveCoefficients(s, w);
-        if (s.Sensitivity <= s.MaxSensitivity) break;
+        // SolveCoefficients, with the sums of the widest rung reused.
+        if (s.NumCalPoints != 0 && ListActiveTerms(s, w.Solve) != 0) {
+            if (!fullSummed) {
+                w.Full.n = w.Solve.n;
+                w.Full.TermList = w.Solve.TermList;
+                AccumulateNormalEquations(s, w, w.Full);
+                fullSummed = true;
+            }
+            ExtractSubsystem(w.Full, w.Solve);
+            FinishSolve(s, w.Solve);
+        }
+        if (s.Sensitivity <= s.MaxSensitivity) {
+            stage1Solved = true;
+            break;
+        }
         MaxTerm = NextRung(MaxTerm);
         SelectActiveTerms(s, MaxTerm);
     }
@@ -175,7 +231,9 @@ void Calibrate(ModelState& s) {
         const double oldNorth = s.ErrorNorth;
         const double oldWest = s.ErrorWest;
         ++count;
-        SolveCoefficients(s, w);
+        // The first pass starts from zero offsets, as stage 1 did: its solve
+        // is the one stage 1 ended with, already in TermCoef and Sensitivity.
+        if (!(count == 1 && stage1Solved)) SolveCoefficients(s, w);
         if (s.PhiPosCW)
             s.PhiEncOffset = s.PhiEncOffset + s.TermCoef[1];
         else

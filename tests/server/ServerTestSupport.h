@@ -53,6 +53,13 @@ class CountingDisplay : public DisplayRefresh {
 // the server object ends first, while the display still exists.
 class ServerTest : public ::testing::Test {
   protected:
+    // A test's hook may look at the test's own locals, gone by now: the
+    // object's end reaches the display without it.
+    ~ServerTest() override {
+        display.onCall = nullptr;
+        server.reset();
+    }
+
     std::unique_ptr<ModelState> model = std::make_unique<ModelState>();
     CountingDisplay display;
     RecalcChain chain{*model, display};

@@ -1,7 +1,7 @@
 // The trace lines of the server members, read back from the log file. The
 // documents folder of this test process is a fresh temporary folder, set
-// before any line is logged; the marker file exists only inside the tests
-// that read the log.
+// before any line is logged, so that no test writes to the user's own log;
+// the marker file exists only inside the tests that read the log.
 #include <unistd.h>
 
 #include <cstdlib>
@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "ServerTestSupport.h"
+#include "files/TraceLogForTests.h"
 
 namespace {
 
@@ -64,8 +65,16 @@ bool IsLineOf(const std::string& line, const std::string& text) {
 
 class TraceLines : public ServerTest {
   protected:
-    void SetUp() override { std::ofstream(Marker()).put('\n'); }
-    void TearDown() override { fs::remove(Marker()); }
+    // Each test starts as a run of its own: no file open, no lines yet.
+    void SetUp() override {
+        ResetTraceLogForTests();
+        for (const auto& entry : fs::directory_iterator(LogFolder())) fs::remove(entry.path());
+        std::ofstream(Marker()).put('\n');
+    }
+    void TearDown() override {
+        fs::remove(Marker());
+        ResetTraceLogForTests();
+    }
 
     // Runs the calls and checks that exactly these lines were added.
     template <typename Calls>
@@ -91,6 +100,7 @@ TEST_F(TraceLines, FieldAngleRateWritesThreeLines) {
                  "GetFieldAngle(1.50000729211585, 2451545, 0.25, 0.5, 1)"});
 }
 
+// The creation's line is the first of a run.
 TEST_F(TraceLines, CreationAndEnd) {
     ExpectLines([&] { cAztrue second(chain); }, {"Class_Initialize()", "Class_Terminate()"});
 }

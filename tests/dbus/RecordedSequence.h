@@ -71,6 +71,9 @@ void RunRecordedSequence(Client& c, const std::vector<SyntheticPoint>& Points,
     c.GetErrors(e[0], e[1], e[2], e[3]);
     for (int k = 0; k < 4; ++k) r.Add("GetErrors " + std::to_string(k), e[k]);
     for (int i = 0; i <= static_cast<int>(Points.size()) + 1; ++i) {
+        // A bad index leaves the caller's variables alone, and a caller over
+        // the bus gets zeros: the variables start at zero each time.
+        for (double& v : e) v = 0;
         c.GetCalPointErrors(I(i), e[0], e[1], e[2], e[3], e[4]);
         for (int k = 0; k < 5; ++k)
             r.Add("GetCalPointErrors(" + std::to_string(i) + ") " + std::to_string(k), e[k]);

@@ -12,9 +12,11 @@
 
 namespace bustest {
 
-ServerProcess::ServerProcess(const QString& DocumentsFolder, const QDBusConnection& Bus) {
+ServerProcess::ServerProcess(const QString& DocumentsFolder, const QDBusConnection& Bus,
+                             const QProcessEnvironment& Extra) {
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert(QStringLiteral("XDG_DOCUMENTS_DIR"), DocumentsFolder);
+    env.insert(Extra);
     process_.setProcessEnvironment(env);
     process_.setProcessChannelMode(QProcess::ForwardedChannels);
     process_.start(QStringLiteral(AZTRUE_EXECUTABLE), {QStringLiteral("--automation")});

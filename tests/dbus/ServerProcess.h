@@ -22,8 +22,10 @@ class ServerProcess {
     // Starts the server with XDG_DOCUMENTS_DIR set to DocumentsFolder and
     // waits until it owns the well-known name. Started() tells whether it
     // did; Failure() says why not.
+    // Extra holds further variables of the server's environment.
     explicit ServerProcess(const QString& DocumentsFolder,
-                           const QDBusConnection& Bus = QDBusConnection::sessionBus());
+                           const QDBusConnection& Bus = QDBusConnection::sessionBus(),
+                           const QProcessEnvironment& Extra = {});
     // Kills the process if it still runs.
     ~ServerProcess();
     ServerProcess(const ServerProcess&) = delete;

@@ -64,14 +64,19 @@ PrivateBus::PrivateBus(const QProcessEnvironment& Environment) {
         failure_ = QStringLiteral("dbus-daemon gave no address");
         return;
     }
-    connection_ =
-        QDBusConnection::connectToBus(QString::fromUtf8(address.trimmed()), kConnectionName);
+    address_ = QString::fromUtf8(address.trimmed());
+    connection_ = QDBusConnection::connectToBus(address_, kConnectionName);
     if (!connection_.isConnected())
         failure_ = QStringLiteral("cannot connect to the private bus: ") +
                    connection_.lastError().message();
 }
 
 PrivateBus::~PrivateBus() {
+    Stop();
+}
+
+void PrivateBus::Stop() {
+    connection_ = QDBusConnection(QString());
     QDBusConnection::disconnectFromBus(kConnectionName);
     if (daemon_.state() != QProcess::NotRunning) {
         daemon_.terminate();

@@ -21,6 +21,10 @@ class PrivateBus {
     PrivateBus& operator=(const PrivateBus&) = delete;
 
     bool Ready() const { return connection_.isConnected(); }
+    // The address for DBUS_SESSION_BUS_ADDRESS of a process on this bus.
+    const QString& Address() const { return address_; }
+    // Ends the daemon now, as the end of a desktop session does.
+    void Stop();
     const QString& Failure() const { return failure_; }
     const QDBusConnection& Connection() const { return connection_; }
 
@@ -28,6 +32,7 @@ class PrivateBus {
     QTemporaryDir folder_;
     QProcess daemon_;
     QDBusConnection connection_{QString()};
+    QString address_;
     QString failure_;
 };
 

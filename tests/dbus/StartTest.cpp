@@ -123,3 +123,34 @@ TEST(StartTest, AutomationTakesNoFurtherArguments) {
 }
 
 }  // namespace
+
+namespace {
+
+// The server on a private bus, started directly there.
+class BusLossTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(bus.Ready()) << bus.Failure().toStdString();
+        QProcessEnvironment env;
+        env.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus.Address());
+        server = std::make_unique<ServerProcess>(documents.path(), bus.Connection(), env);
+        ASSERT_TRUE(server->Started()) << server->Failure().toStdString();
+    }
+
+    QTemporaryDir documents;
+    PrivateBus bus{QProcessEnvironment::systemEnvironment()};
+    std::unique_ptr<ServerProcess> server;
+};
+
+TEST_F(BusLossTest, ServerWithAnObjectEndsWhenTheBusGoesAway) {
+    ASSERT_FALSE(CreateObject(bus.Connection(), server->UniqueName()).isEmpty());
+    bus.Stop();
+    EXPECT_TRUE(server->EndsCleanly());
+}
+
+TEST_F(BusLossTest, ServerWithoutObjectsEndsWhenTheBusGoesAway) {
+    bus.Stop();
+    EXPECT_TRUE(server->EndsCleanly());
+}
+
+}  // namespace

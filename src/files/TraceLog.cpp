@@ -2,11 +2,11 @@
 // log file, once opened, stays open to the end of the process.
 #include "files/TraceLog.h"
 
+#include <sys/stat.h>
+
 #include <cstdio>
 #include <ctime>
-#include <filesystem>
 #include <string>
-#include <system_error>
 
 #include "files/DocumentsFolder.h"
 #include "files/TraceLogForTests.h"
@@ -20,6 +20,7 @@ constexpr const char* kLogPrefix = "/AztrueLog-";
 struct TraceLogState {
     std::FILE* file = nullptr;  // the open log file; none while null
     std::string folder;         // the user's documents folder, once known
+    std::string marker;         // the marker's full path under that folder
 };
 
 // Allocated once and never destroyed, so that objects torn down at process
@@ -39,18 +40,22 @@ std::string LocalTimeText(const char* pattern) {
     return std::string(buf, n);
 }
 
-// The marker turns the log on by existing; its content is never read.
-bool MarkerExists(const std::string& folder) {
-    std::error_code ec;
-    const auto status = std::filesystem::status(folder + kSubfolder + kMarkerName, ec);
-    return !ec && std::filesystem::exists(status) && !std::filesystem::is_directory(status);
-}
-
-void WriteLogLine(const std::string& text) {
+// The marker turns the log on by existing; its content is never read. It is
+// tested at every line, by one stat of a path kept ready: clients call at
+// their tracking rate, and this is all a line costs while the log is off.
+bool MarkerExists() {
     TraceLogState& st = State();
     // Until the folder is known, every line asks for it again.
-    if (st.folder.empty()) st.folder = DocumentsFolder();
-    if (!MarkerExists(st.folder)) return;
+    if (st.folder.empty() || st.marker.empty()) {
+        st.folder = DocumentsFolder();
+        st.marker = st.folder + kSubfolder + kMarkerName;
+    }
+    struct stat info {};
+    return ::stat(st.marker.c_str(), &info) == 0 && !S_ISDIR(info.st_mode);
+}
+
+void AppendLine(const std::string& text) {
+    TraceLogState& st = State();
     if (!st.file) {
         // The date in the name is that of the opening: a run that passes
         // midnight stays in its first file. When the file cannot be opened
@@ -71,8 +76,20 @@ void WriteLogLine(const std::string& text) {
 }  // namespace
 
 void LogLine(const std::string& Text) {
+    if (TraceLogMarkerPresent()) AppendLogLine(Text);
+}
+
+bool TraceLogMarkerPresent() {
     try {
-        WriteLogLine(Text);
+        return MarkerExists();
+    } catch (...) {
+        return false;  // the log must never disturb its caller
+    }
+}
+
+void AppendLogLine(const std::string& Text) {
+    try {
+        AppendLine(Text);
     } catch (...) {
         // Not even a failure to build the line reaches the caller.
     }
@@ -83,4 +100,5 @@ void ResetTraceLogForTests() {
     if (st.file) std::fclose(st.file);
     st.file = nullptr;
     st.folder.clear();
+    st.marker.clear();
 }

@@ -140,6 +140,8 @@ int16_t NextRung(int16_t MaxTerm) {
     }
 }
 
+thread_local FitRunInfo lastRun;
+
 void ZeroOffsetsAndRotations(ModelState& s) {
     s.ErrorNorth = 0;
     s.ErrorWest = 0;
@@ -155,6 +157,8 @@ void ZeroOffsetsAndRotations(ModelState& s) {
 // pointing of the encoders. Equal weights, no constant term. With no used
 // point the coefficients and Sensitivity stay as they were; with no active
 // term all coefficients are 0 and Sensitivity stays.
+const FitRunInfo& LastFitRunInfo() { return lastRun; }
+
 void SolveCoefficients(ModelState& s, FitWorkspace& w) {
     if (w.NumUsed == 0 || s.NumCalPoints == 0) return;
     if (ListActiveTerms(s, w.Solve) == 0) return;
@@ -195,6 +199,7 @@ void Calibrate(ModelState& s) {
     SelectActiveTerms(s, MaxTerm);
     bool stage1Solved = false;  // the last step of stage 1 was a solve that passed
     bool fullSummed = false;
+    lastRun = FitRunInfo();
     while (MaxTerm > 0) {
         // SolveCoefficients, with the sums of the widest rung reused.
         if (s.NumCalPoints != 0 && ListActiveTerms(s, w.Solve) != 0) {
@@ -206,6 +211,7 @@ void Calibrate(ModelState& s) {
             }
             ExtractSubsystem(w.Full, w.Solve);
             FinishSolve(s, w.Solve);
+            ++lastRun.Rungs;
         }
         if (s.Sensitivity <= s.MaxSensitivity) {
             stage1Solved = true;
@@ -248,4 +254,6 @@ void Calibrate(ModelState& s) {
         D = s.Math.Max(D, std::fabs(s.ErrorNorth - oldNorth));
         D = s.Math.Max(D, std::fabs(s.ErrorWest - oldWest));
     } while (!(D < 1e-6) && count < 200);
+    lastRun.Passes = count;
+    for (int t = 1; t <= s.NumTerms; ++t) lastRun.ActiveTerms += s.TermActive[t];
 }

@@ -7,6 +7,16 @@
 
 struct ModelState;
 
+// What the last Calibrate of the thread did, for benchmarks and reports:
+// how many systems it inverted in stage 1 (rungs of the ladder), how many
+// passes stage 2 ran, and how many terms the model kept.
+struct FitRunInfo {
+    int Rungs = 0;
+    int Passes = 0;
+    int ActiveTerms = 0;
+};
+const FitRunInfo& LastFitRunInfo();
+
 void SelectActiveTerms(ModelState& s, int16_t MaxTerm);
 void SolveCoefficients(ModelState& s);
 void Calibrate(ModelState& s);

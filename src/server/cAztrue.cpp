@@ -38,7 +38,7 @@ std::string cAztrue::Path() const {
 }
 
 void cAztrue::SetPath(const std::string& Value) {
-    LogLine("Set Path = " + Value);
+    LogLineWith([&] { return "Set Path = " + Value; });
     model_.Path = Value;
 }
 
@@ -53,7 +53,7 @@ double cAztrue::Temperature() const {
 }
 
 void cAztrue::SetEnableRefraction(bool Value) {
-    LogLine("Set EnableRefraction = " + BoolText(Value));
+    LogLineWith([&] { return "Set EnableRefraction = " + BoolText(Value); });
     model_.EnableRefraction = Value;
     main_.CalibrateAndDisplay();
 }
@@ -64,13 +64,13 @@ bool cAztrue::EnableRefraction() const {
 }
 
 void cAztrue::SetTemperature(double Value) {
-    LogLine("Set Temperature = " + NumberText(Value));
+    LogLineWith([&] { return "Set Temperature = " + NumberText(Value); });
     model_.Temperature = Value;
     main_.CalibrateAndDisplay();
 }
 
 void cAztrue::SetTimeZone(double Value) {
-    LogLine("Set TimeZone = " + NumberText(Value));
+    LogLineWith([&] { return "Set TimeZone = " + NumberText(Value); });
     model_.TimeZone = Value;
 }
 
@@ -80,7 +80,7 @@ double cAztrue::TimeZone() const {
 }
 
 void cAztrue::SetDST(bool Value) {
-    LogLine("Set DST = " + BoolText(Value));
+    LogLineWith([&] { return "Set DST = " + BoolText(Value); });
     model_.DST = Value;
 }
 
@@ -90,7 +90,7 @@ bool cAztrue::DST() const {
 }
 
 void cAztrue::SetYear(int16_t Value) {
-    LogLine("Set Year = " + IntText(Value));
+    LogLineWith([&] { return "Set Year = " + IntText(Value); });
     model_.Year = Value;
 }
 
@@ -100,7 +100,7 @@ int16_t cAztrue::Year() const {
 }
 
 void cAztrue::SetMonth(int16_t Value) {
-    LogLine("Set Month = " + IntText(Value));
+    LogLineWith([&] { return "Set Month = " + IntText(Value); });
     model_.Month = Value;
 }
 
@@ -110,7 +110,7 @@ int16_t cAztrue::Month() const {
 }
 
 void cAztrue::SetDay(int16_t Value) {
-    LogLine("Set Day = " + IntText(Value));
+    LogLineWith([&] { return "Set Day = " + IntText(Value); });
     model_.Day = Value;
 }
 
@@ -120,7 +120,7 @@ int16_t cAztrue::Day() const {
 }
 
 void cAztrue::SetHour(int16_t Value) {
-    LogLine("Set Hour = " + IntText(Value));
+    LogLineWith([&] { return "Set Hour = " + IntText(Value); });
     model_.Hour = Value;
 }
 
@@ -130,7 +130,7 @@ int16_t cAztrue::Hour() const {
 }
 
 void cAztrue::SetMinute(int16_t Value) {
-    LogLine("Set Minute = " + IntText(Value));
+    LogLineWith([&] { return "Set Minute = " + IntText(Value); });
     model_.Minute = Value;
 }
 
@@ -140,7 +140,7 @@ int16_t cAztrue::Minute() const {
 }
 
 void cAztrue::SetSecond(double Value) {
-    LogLine("Let Second = " + NumberText(Value));
+    LogLineWith([&] { return "Let Second = " + NumberText(Value); });
     model_.Second = Value;
 }
 
@@ -186,7 +186,7 @@ double cAztrue::Pressure() const {
 }
 
 void cAztrue::SetPressure(double Value) {
-    LogLine("Let Pressure = " + NumberText(Value));
+    LogLineWith([&] { return "Let Pressure = " + NumberText(Value); });
     model_.Pressure = Value;
     main_.CalibrateAndDisplay();
 }
@@ -197,7 +197,7 @@ double cAztrue::Latitude() const {
 }
 
 void cAztrue::SetLatitude(double Value) {
-    LogLine("Let Latitude = " + NumberText(Value));
+    LogLineWith([&] { return "Let Latitude = " + NumberText(Value); });
     model_.Latitude = Value;
     main_.CalibrateAndDisplay();
 }
@@ -210,18 +210,18 @@ double cAztrue::Longitude() const {
 // The longitude serves only the sidereal time of the clock members; the
 // points carry their own sidereal time, so no fit follows.
 void cAztrue::SetLongitude(double Value) {
-    LogLine("Let Longitude = " + NumberText(Value));
+    LogLineWith([&] { return "Let Longitude = " + NumberText(Value); });
     model_.Longitude = Value;
 }
 
 void cAztrue::SetThetaCountsPerRev(double Value) {
-    LogLine("Let ThetaCountsPerRev = " + NumberText(Value));
+    LogLineWith([&] { return "Let ThetaCountsPerRev = " + NumberText(Value); });
     model_.ThetaCountsPerRev = Value;
     main_.CalibrateAndDisplay();
 }
 
 void cAztrue::SetPhiCountsPerRev(double Value) {
-    LogLine("Let PhiCountsPerRev = " + NumberText(Value));
+    LogLineWith([&] { return "Let PhiCountsPerRev = " + NumberText(Value); });
     model_.PhiCountsPerRev = Value;
     main_.CalibrateAndDisplay();
 }
@@ -232,7 +232,7 @@ double cAztrue::PhiCountsPerRev() const {
 }
 
 void cAztrue::SetPhiPosCW(bool Value) {
-    LogLine("Let PhiPosCW = " + BoolText(Value));
+    LogLineWith([&] { return "Let PhiPosCW = " + BoolText(Value); });
     model_.PhiPosCW = Value;
     main_.CalibrateAndDisplay();
 }
@@ -243,7 +243,7 @@ bool cAztrue::PhiPosCW() const {
 }
 
 void cAztrue::SetThetaPosUp(bool Value) {
-    LogLine("Let ThetaPosUp = " + BoolText(Value));
+    LogLineWith([&] { return "Let ThetaPosUp = " + BoolText(Value); });
     model_.ThetaPosUp = Value;
     main_.CalibrateAndDisplay();
 }
@@ -271,7 +271,7 @@ int16_t cAztrue::MountType() const {
 }
 
 void cAztrue::SetMountType(int16_t Value) {
-    LogLine("Let MountType = " + IntText(Value));
+    LogLineWith([&] { return "Let MountType = " + IntText(Value); });
     switch (Value) {
         case 0:  // IsGEM means nothing on an alt-azimuth mount and stays
             model_.IsAltAz = true;
@@ -291,12 +291,12 @@ void cAztrue::SetMountType(int16_t Value) {
 }
 
 bool cAztrue::UseCalPoint(int16_t Index) const {
-    LogLine("Get UseCalPoint(" + IntText(Index) + ")");
+    LogLineWith([&] { return "Get UseCalPoint(" + IntText(Index) + ")"; });
     return ValidIndex(Index) ? model_.CalPoints[Index].Used : false;
 }
 
 void cAztrue::SetUseCalPoint(int16_t Index, bool Value) {
-    LogLine("Let UseCalPoint(" + IntText(Index) + ", " + BoolText(Value) + ")");
+    LogLineWith([&] { return "Let UseCalPoint(" + IntText(Index) + ", " + BoolText(Value) + ")"; });
     if (ValidIndex(Index)) model_.CalPoints[Index].Used = Value;
     main_.CalibrateAndDisplay();
 }

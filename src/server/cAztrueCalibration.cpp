@@ -12,9 +12,11 @@
 
 void cAztrue::AddCalPoint(double PhiEnc, double ThetaEnc, double RA2000, double Dec2000, double LST,
                           double JD, const std::string& TimeStr, const std::string& DateStr) {
-    LogLine(CallText("AddCalPoint",
-                     {NumberText(PhiEnc), NumberText(ThetaEnc), NumberText(RA2000),
-                      NumberText(Dec2000), NumberText(LST), NumberText(JD), TimeStr, DateStr}));
+    LogLineWith([&] {
+        return CallText("AddCalPoint",
+                        {NumberText(PhiEnc), NumberText(ThetaEnc), NumberText(RA2000),
+                         NumberText(Dec2000), NumberText(LST), NumberText(JD), TimeStr, DateStr});
+    });
     // A full table refuses the point silently.
     if (model_.NumCalPoints >= kMaxCalPoints) return;
     model_.NumCalPoints = static_cast<int16_t>(model_.NumCalPoints + 1);
@@ -39,9 +41,11 @@ void cAztrue::AddCalPoint(double PhiEnc, double ThetaEnc, double RA2000, double 
 void cAztrue::SyncEncoders(double PhiEnc, double ThetaEnc, double RA2000, double Dec2000,
                            double LST, double JD, int16_t Tsign, double& PhiEncOffset,
                            double& ThetaEncOffset) {
-    LogLine(CallText("SyncEncoders",
-                     {NumberText(PhiEnc), NumberText(ThetaEnc), NumberText(RA2000),
-                      NumberText(Dec2000), NumberText(LST), NumberText(JD), IntText(Tsign)}));
+    LogLineWith([&] {
+        return CallText("SyncEncoders",
+                        {NumberText(PhiEnc), NumberText(ThetaEnc), NumberText(RA2000),
+                         NumberText(Dec2000), NumberText(LST), NumberText(JD), IntText(Tsign)});
+    });
     double thetaModel = 0;
     double phiModel = 0;
     CelestialToEncoder(LST, JD, RA2000, Dec2000, Tsign, thetaModel, phiModel);
@@ -53,7 +57,7 @@ void cAztrue::SyncEncoders(double PhiEnc, double ThetaEnc, double RA2000, double
 void cAztrue::GetCalPoint(int16_t Index, double& PhiEnc, double& ThetaEnc, double& RA, double& Dec,
                           double& LST, double& JD, std::string& TimeStr, std::string& DateStr,
                           bool& Used) {
-    LogLine(CallText("GetCalPoint", {IntText(Index)}));
+    LogLineWith([&] { return CallText("GetCalPoint", {IntText(Index)}); });
     if (!ValidIndex(Index)) return;
     const CalPoint& p = model_.CalPoints[Index];
     PhiEnc = p.PhiEnc;
@@ -69,7 +73,7 @@ void cAztrue::GetCalPoint(int16_t Index, double& PhiEnc, double& ThetaEnc, doubl
 
 void cAztrue::GetCalPointErrors(int16_t Index, double& DistErr, double& RAErr, double& DecErr,
                                 double& ThetaErr, double& PhiErr) {
-    LogLine(CallText("GetCalPointErrors", {IntText(Index)}));
+    LogLineWith([&] { return CallText("GetCalPointErrors", {IntText(Index)}); });
     // The fit runs also for a bad index.
     Calibrate(model_);
     ComputeResiduals(model_);
@@ -94,7 +98,7 @@ void cAztrue::GetErrors(double& MaxErrSel, double& RMSErrSel, double& MaxErrAll,
 }
 
 void cAztrue::RemoveCalPoint(int16_t Index) {
-    LogLine(CallText("RemoveCalPoint", {IntText(Index)}));
+    LogLineWith([&] { return CallText("RemoveCalPoint", {IntText(Index)}); });
     if (ValidIndex(Index)) {
         // Whole records move, with names, flags and residuals; the old last
         // record stays behind the count.

@@ -19,7 +19,7 @@ void cAztrue::KillAztrue() {
 // Saving or loading fits nothing and redraws nothing: a client that wants
 // the loaded model at once reads, for instance, ErrorNorth.
 bool cAztrue::SaveFile(const std::string& FullFileName) {
-    LogLine(CallText("SaveFile", {FullFileName}));
+    LogLineWith([&] { return CallText("SaveFile", {FullFileName}); });
     bool ok = SaveCalFile(model_, FullFileName);
     if (ok) {
         model_.FullFileName = FullFileName;
@@ -29,7 +29,7 @@ bool cAztrue::SaveFile(const std::string& FullFileName) {
 }
 
 bool cAztrue::LoadFile(const std::string& FullFileName) {
-    LogLine(CallText("LoadFile", {FullFileName}));
+    LogLineWith([&] { return CallText("LoadFile", {FullFileName}); });
     bool ok = LoadCalFile(model_, FullFileName);
     if (ok) {
         model_.FullFileName = FullFileName;

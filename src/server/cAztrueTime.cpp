@@ -54,7 +54,7 @@ double cAztrue::GetLSTRad() {
 }
 
 double cAztrue::JDtoLSTRad(double JD) {
-    LogLine(CallText("JDtoLSTRad", {NumberText(JD)}));
+    LogLineWith([&] { return CallText("JDtoLSTRad", {NumberText(JD)}); });
     return ::JDtoLSTRad(model_, JD);
 }
 

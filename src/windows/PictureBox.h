@@ -1,0 +1,30 @@
+// A square picture control: a sunken frame round a cPicture, with a black
+// background, that reports a press of any mouse button in picture pixels.
+#pragma once
+
+#include <QFrame>
+#include <functional>
+
+#include "windows/Picture.h"
+
+class PictureBox : public QFrame {
+    Q_OBJECT
+  public:
+    // Border of the control on each side, in pixels; the picture fills the
+    // rest of OuterSize.
+    static constexpr int kBorder = 2;
+
+    PictureBox(int OuterSize, QWidget* parent = nullptr);
+
+    cPicture& Picture() { return picture_; }
+
+    // Called with the position of a mouse press, in pixels of the picture.
+    std::function<void(double X, double Y)> OnMouseDown;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+  private:
+    cPicture picture_;
+};

@@ -1,0 +1,107 @@
+// fMain, the operator's home window: the figures of the fit, the round sky
+// plot with its options, and the File menu. Clicking a dot in the plot takes
+// the point out of the fit or puts it back.
+#pragma once
+
+#include <QMainWindow>
+#include <array>
+#include <functional>
+#include <string>
+
+#include "windows/DisplayFigures.h"
+#include "windows/SkyPlots.h"
+
+class QAction;
+class QLabel;
+class QMenu;
+class QRadioButton;
+class PictureBox;
+class fAbout;
+struct ModelState;
+
+class fMain : public QMainWindow {
+    Q_OBJECT
+  public:
+    // Builds the window and runs its load: the trace line, the Test menu
+    // switched off, InitModel unless a client started the process, the
+    // caption, the first plot. The window is not shown.
+    explicit fMain(ModelState& s, QWidget* parent = nullptr);
+    ~fMain() override;
+
+    // Inner size of the window below the menu bar and side of picError,
+    // border included.
+    static constexpr int kInnerWidth = 325;
+    static constexpr int kInnerHeight = 492;
+    static constexpr int kPicErrorSize = 313;
+
+    // While false, a change of the model neither fits nor redraws.
+    bool DisplayEnabled = false;
+
+    // Both plots with their foreground GraphColor and the point positions
+    // StarX and StarY of the last plot.
+    cSkyPlots Plots;
+
+    // Run after a click changed the model: by default Calibrate,
+    // ComputeResiduals and the redraw of this window, while DisplayEnabled.
+    std::function<void()> OnModelChanged;
+
+    // Redraws picError with the chosen graph type, then DisplayErrors.
+    void UpdateGraph();
+    // Writes every figure of this window and keeps those of the Model
+    // Parameters window.
+    void DisplayErrors();
+    // Closes the other windows.
+    void UnloadAll();
+
+    // The reaction to a mouse press at (X, Y) in pixels of picError: the
+    // nearest point, if nearer than 5 pixels, changes its Used.
+    void PicErrorMouseDown(double X, double Y);
+
+    // The File menu and the About entry.
+    void OpenCalibration();
+    void SaveCalibrationAs();
+    void ShowAbout();
+
+    // The figures of the Model Parameters window from the last DisplayErrors.
+    const ModelParameterFigures& ModelParameters() const { return parameters_; }
+
+    // The default reaction to a change of the model.
+    void RefitAndRedraw();
+
+    // Controls, named as in the window's design.
+    QLabel* lblFileName = nullptr;
+    std::array<QLabel*, 5> lblErr{};  // elements 3 and 4
+    QLabel* lblNorthDir = nullptr;
+    QLabel* lblWestDir = nullptr;
+    QLabel* lblNum = nullptr;
+    QLabel* lblSen1 = nullptr;
+    QLabel* lblSensitivity = nullptr;
+    QRadioButton* optError = nullptr;
+    QRadioButton* Option1 = nullptr;
+    QRadioButton* optAll = nullptr;
+    QRadioButton* optSelected = nullptr;
+    PictureBox* picError = nullptr;
+    QLabel* lblRMSAll = nullptr;
+    QLabel* lblMaxAll = nullptr;
+    QLabel* lblRMSSelected = nullptr;
+    QLabel* lblMaxSelected = nullptr;
+    QAction* menu_OpenCal = nullptr;
+    QAction* menu_SaveCalstarFile = nullptr;
+    QAction* menu_exit = nullptr;
+    QMenu* menuTest = nullptr;
+    QAction* menuAbout = nullptr;
+    fAbout* About = nullptr;
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void BuildControls();
+    void BuildMenus();
+    void FormLoad();
+    // A modal box with an OK button and no title of its own.
+    void Message(const QString& Text);
+
+    ModelState& s_;
+    ModelParameterFigures parameters_;
+};

@@ -1,0 +1,25 @@
+// Runs every registered QtTest class in one QApplication; the exit status is
+// the number of classes with a failure. AZTRUE_TEST_CLASS=Name runs only
+// that class, and then the usual QtTest arguments (function names) apply.
+#include <QApplication>
+#include <QtTest>
+
+#include "windows/TestRegistry.h"
+
+std::vector<TestFactory>& RegisteredTests() {
+    static std::vector<TestFactory> tests;
+    return tests;
+}
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    app.setApplicationName(QStringLiteral("Aztrue"));
+    const QByteArray only = qgetenv("AZTRUE_TEST_CLASS");
+    int failed = 0;
+    for (const TestFactory& make : RegisteredTests()) {
+        std::unique_ptr<QObject> test = make();
+        if (!only.isEmpty() && only != test->metaObject()->className()) continue;
+        if (QTest::qExec(test.get(), argc, argv) != 0) ++failed;
+    }
+    return failed;
+}

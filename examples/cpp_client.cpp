@@ -10,6 +10,7 @@
 #include <QStringList>
 #include <QTextStream>
 #include <cstdio>
+#include <cstdlib>
 #include <vector>
 
 #include "AztrueInterface.h"

@@ -225,7 +225,7 @@ std::vector<std::string> MembersOfTheTable() {
     return order;
 }
 
-std::string Brief(const Member& m) {
+std::string Summary(const Member& m) {
     return m.kind == "property" ? m.Line() : m.kind + " " + m.name;
 }
 
@@ -261,7 +261,7 @@ TEST(InterfaceDescriptionTest, ListsTheMemberTableInItsOrderWithItsTypes) {
     EXPECT_EQ(sizeof kMemberTable / sizeof kMemberTable[0], 79u);
     ASSERT_EQ(described.size(), wanted.size());
     for (size_t i = 0; i < wanted.size(); ++i)
-        EXPECT_EQ(Brief(described[i]), wanted[i]) << "member " << i;
+        EXPECT_EQ(Summary(described[i]), wanted[i]) << "member " << i;
 }
 
 TEST(InterfaceDescriptionTest, OperationsHaveTheArgumentsOfTheirDescriptions) {

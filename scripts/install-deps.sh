@@ -2,7 +2,8 @@
 # Installs, by Debian package name, everything Aztrue needs to build, test and
 # run: compiler and build tools, GoogleTest, Google Benchmark, Qt 6 (Widgets,
 # DBus), the D-Bus daemon for the automation tests, Xvfb for windows under a
-# virtual display, and python3-dbus for the example client.
+# virtual display, python3-dbus for the example client, and gdbus for
+# calling the server by hand.
 # Does nothing when all of it is present; uses sudo when not run as root.
 set -euo pipefail
 
@@ -10,7 +11,7 @@ packages=(
   cmake ninja-build g++ pkg-config
   libgtest-dev libgmock-dev libbenchmark-dev
   qt6-base-dev qt6-base-dev-tools libgl-dev
-  dbus dbus-x11 xvfb xauth
+  dbus dbus-x11 xvfb xauth libglib2.0-bin
   python3 python3-dbus locales
 )
 

@@ -1,15 +1,18 @@
-// The aztrue executable: the fit command and the version.
+// The aztrue executable: the automation server, the fit command and the
+// version.
 #include <iostream>
 #include <string>
 #include <vector>
 
+#include "app/AutomationStart.h"
 #include "app/FitCommand.h"
 #include "model/ModelState.h"
 
 namespace {
 
 void Usage(std::ostream& out) {
-    out << "usage: aztrue --version\n"
+    out << "usage: aztrue --automation\n"
+           "       aztrue --version\n"
            "       aztrue fit [--terms altaz|equatorial|all|none] [--json] FILE\n";
 }
 
@@ -17,6 +20,9 @@ void Usage(std::ostream& out) {
 
 int main(int argc, char** argv) {
     std::vector<std::string> args(argv + 1, argv + argc);
+    if (args.size() == 1 && args[0] == "--automation") {
+        return RunAutomation(argc, argv);
+    }
     if (!args.empty() && args[0] == "--version") {
         ModelState state;
         InitModel(state);
@@ -24,7 +30,8 @@ int main(int argc, char** argv) {
         return 0;
     }
     if (!args.empty() && args[0] == "fit") {
-        return RunFitCommand(std::vector<std::string>(args.begin() + 1, args.end()), std::cout, std::cerr);
+        return RunFitCommand(std::vector<std::string>(args.begin() + 1, args.end()), std::cout,
+                             std::cerr);
     }
     if (!args.empty() && (args[0] == "--help" || args[0] == "-h")) {
         Usage(std::cout);

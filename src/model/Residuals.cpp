@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "model/FitWorkspace.h"
 #include "model/Frames.h"
 #include "model/InverseSolution.h"
 #include "model/ModelState.h"
@@ -28,7 +29,8 @@ void ComputeResiduals(ModelState& s) {
         pt.AxisTheta = axisTheta;
         pt.AxisPhi = axisPhi;
 
-        const Vec3 H = CelestialToHorizon(s, pt.RA, pt.Dec, pt.LST, pt.JD);
+        // Where the star stands, as the fit just computed it (same bits).
+        const Vec3 H = PointSkyVector(s, i);
         VecToAngles(H, 1, pt.SkyTheta, pt.SkyPhi);
         const Vec3 M = HorizonToMount(s, H);  // the star, mount frame
         const Vec3 C = EncoderToPointing(s, pt.ThetaEnc, pt.PhiEnc);

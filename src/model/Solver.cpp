@@ -1,6 +1,7 @@
 #include "model/Solver.h"
 
 #include <cmath>
+#include <cstring>
 #include <memory>
 
 #include "model/FitWorkspace.h"
@@ -24,6 +25,43 @@ void SelectActiveTerms(ModelState& s, int16_t MaxTerm) {
     }
 }
 
+namespace {
+
+SkyInputs InputsOf(const ModelState& s, const CalPoint& pt) {
+    SkyInputs in;
+    in.RA = pt.RA;
+    in.Dec = pt.Dec;
+    in.LST = pt.LST;
+    in.JD = pt.JD;
+    in.Latitude = s.Latitude;
+    in.Temperature = s.Temperature;
+    in.Pressure = s.Pressure;
+    in.EnableRefraction = s.EnableRefraction;
+    in.Model = &s;
+    return in;
+}
+
+bool SameBits(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+
+bool SameInputs(const SkyInputs& a, const SkyInputs& b) {
+    return a.Model == b.Model && SameBits(a.RA, b.RA) && SameBits(a.Dec, b.Dec) && SameBits(a.LST, b.LST) &&
+           SameBits(a.JD, b.JD) && SameBits(a.Latitude, b.Latitude) && SameBits(a.Temperature, b.Temperature) &&
+           SameBits(a.Pressure, b.Pressure) && a.EnableRefraction == b.EnableRefraction;
+}
+
+// The workspace of this thread's fits, reused between fits: a fit runs at
+// every parameter change and every read of a result, and allocates nothing.
+FitWorkspace& ThreadWorkspace() {
+    static thread_local std::unique_ptr<FitWorkspace> workspace;
+    if (!workspace) workspace = std::make_unique<FitWorkspace>();
+    return *workspace;
+}
+
+// Where point p stands in the used list of the workspace's last fit, or 0.
+thread_local std::array<int16_t, kMaxCalPoints + 1> usedSlotOf{};
+
+}  // namespace
+
 void PrepareFitWorkspace(const ModelState& s, FitWorkspace& w) {
     w.NumUsed = 0;
     for (int p = 1; p <= s.NumCalPoints; ++p) {
@@ -32,7 +70,17 @@ void PrepareFitWorkspace(const ModelState& s, FitWorkspace& w) {
         ++w.NumUsed;
         w.UsedIndex[w.NumUsed] = static_cast<int16_t>(p);
         w.Sky[w.NumUsed] = CelestialToHorizon(s, pt.RA, pt.Dec, pt.LST, pt.JD);
+        w.SkyOf[w.NumUsed] = InputsOf(s, pt);
     }
+}
+
+Vec3 PointSkyVector(const ModelState& s, int p) {
+    const CalPoint& pt = s.CalPoints[p];
+    const FitWorkspace& w = ThreadWorkspace();
+    const int u = usedSlotOf[p];
+    if (u >= 1 && u <= w.NumUsed && w.UsedIndex[u] == p && SameInputs(w.SkyOf[u], InputsOf(s, pt)))
+        return w.Sky[u];
+    return CelestialToHorizon(s, pt.RA, pt.Dec, pt.LST, pt.JD);
 }
 
 namespace {
@@ -185,14 +233,12 @@ void SolveCoefficients(ModelState& s) {
 // and the first pass of stage 2, which would solve the very system that
 // ended stage 1.
 void Calibrate(ModelState& s) {
-    // Reused between fits: a fit runs at every parameter change and every
-    // read of a result, and allocates nothing.
-    static thread_local std::unique_ptr<FitWorkspace> workspace;
-    if (!workspace) workspace = std::make_unique<FitWorkspace>();
-    FitWorkspace& w = *workspace;
+    FitWorkspace& w = ThreadWorkspace();
 
     ZeroOffsetsAndRotations(s);
     PrepareFitWorkspace(s, w);
+    usedSlotOf.fill(0);
+    for (int u = 1; u <= w.NumUsed; ++u) usedSlotOf[w.UsedIndex[u]] = static_cast<int16_t>(u);
     const int N = w.NumUsed;
     int16_t MaxTerm = static_cast<int16_t>(2 * N);
     if (s.NumTerms < MaxTerm) MaxTerm = s.NumTerms;

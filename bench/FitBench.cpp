@@ -102,10 +102,14 @@ void RunLimit(benchmark::State& state, int points, double countsPerRev) {
     state.counters["terms"] = n;
 }
 
-void BM_Limit(benchmark::State& state) { RunLimit(state, static_cast<int>(state.range(0)), 6.283185308); }
+void BM_Limit(benchmark::State& state) {
+    RunLimit(state, static_cast<int>(state.range(0)), 6.283185308);
+}
 BENCHMARK(BM_Limit)->Arg(23)->Arg(100)->Arg(500)->Unit(benchmark::kMillisecond);
 
-void BM_LimitFineEncoders(benchmark::State& state) { RunLimit(state, 500, 8640000); }
+void BM_LimitFineEncoders(benchmark::State& state) {
+    RunLimit(state, 500, 8640000);
+}
 BENCHMARK(BM_LimitFineEncoders)->Unit(benchmark::kMillisecond);
 
 }  // namespace

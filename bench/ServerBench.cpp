@@ -91,7 +91,9 @@ void BM_GetFieldAngleRate(benchmark::State& state) {
 }
 BENCHMARK(BM_GetFieldAngleRate);
 
-std::string TempFile(const char* name) { return std::string("/tmp/aztrue-bench-") + name; }
+std::string TempFile(const char* name) {
+    return std::string("/tmp/aztrue-bench-") + name;
+}
 
 void BM_SaveCalFile500(benchmark::State& state) {
     auto s = MakeBenchModel(500);

@@ -16,20 +16,32 @@ namespace {
 enum class TermChoice { FromFile, AltAz, Equatorial, All, None };
 
 bool ParseTermChoice(const std::string& word, TermChoice& choice) {
-    if (word == "altaz") choice = TermChoice::AltAz;
-    else if (word == "equatorial") choice = TermChoice::Equatorial;
-    else if (word == "all") choice = TermChoice::All;
-    else if (word == "none") choice = TermChoice::None;
-    else return false;
+    if (word == "altaz")
+        choice = TermChoice::AltAz;
+    else if (word == "equatorial")
+        choice = TermChoice::Equatorial;
+    else if (word == "all")
+        choice = TermChoice::All;
+    else if (word == "none")
+        choice = TermChoice::None;
+    else
+        return false;
     return true;
 }
 
 void ApplyTermChoice(ModelState& s, TermChoice choice) {
     switch (choice) {
-        case TermChoice::FromFile: break;
-        case TermChoice::AltAz: EnableAltAz(s); break;
-        case TermChoice::Equatorial: EnableGEM(s); break;
-        case TermChoice::All: EnableAll(s); break;
+        case TermChoice::FromFile:
+            break;
+        case TermChoice::AltAz:
+            EnableAltAz(s);
+            break;
+        case TermChoice::Equatorial:
+            EnableGEM(s);
+            break;
+        case TermChoice::All:
+            EnableAll(s);
+            break;
         case TermChoice::None:
             // No optional term at all: the preset keeps "Cone" and "Hub" as
             // they were, a script asking for none expects them off too.
@@ -82,7 +94,8 @@ int RunFitCommand(const std::vector<std::string>& args, std::ostream& out, std::
                 value = a.substr(8);
             }
             if (!ParseTermChoice(value, choice)) {
-                err << "aztrue fit: unknown term set \"" << value << "\"; use altaz, equatorial, all or none\n";
+                err << "aztrue fit: unknown term set \"" << value
+                    << "\"; use altaz, equatorial, all or none\n";
                 return kFitUsageError;
             }
         } else if (a.size() > 1 && a[0] == '-') {

@@ -7,8 +7,8 @@
 
 // Exit codes of the fit command.
 inline constexpr int kFitOk = 0;
-inline constexpr int kFitUsageError = 2;    // unknown option, missing or unreadable file
-inline constexpr int kFitInvalidFile = 3;   // not a valid calibration file
+inline constexpr int kFitUsageError = 2;   // unknown option, missing or unreadable file
+inline constexpr int kFitInvalidFile = 3;  // not a valid calibration file
 
 // args are the words after "fit". Writes the report to out and messages to
 // err; never writes to the input file.

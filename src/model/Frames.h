@@ -29,9 +29,11 @@ Vec3 HorizonToMount(const ModelState& s, Vec3 v);
 
 // Encoder counts to axis angles, with offsets, directions, counts per turn
 // and scale factors. No wrapping.
-void EncodersToAngles(const ModelState& s, double ThetaEnc, double PhiEnc, double& Theta, double& Phi);
+void EncodersToAngles(const ModelState& s, double ThetaEnc, double PhiEnc, double& Theta,
+                      double& Phi);
 // Axis angles to encoder counts; PhiEnc is wrapped once into range.
-void AnglesToEncoders(const ModelState& s, double Theta, double Phi, double& ThetaEnc, double& PhiEnc);
+void AnglesToEncoders(const ModelState& s, double Theta, double Phi, double& ThetaEnc,
+                      double& PhiEnc);
 
 // One-shot wrap: Phi into [0, 2 pi), Theta into (-pi, pi].
 void WrapAxisAngles(double& Theta, double& Phi);

@@ -55,33 +55,34 @@ void SolveAxisAngles(const ModelState& s, Vec3 Target, int16_t Tsign, double& Th
     }
 }
 
-void VectorToEncoders(const ModelState& s, Vec3 Target, int16_t Tsign, double& ThetaEnc, double& PhiEnc) {
+void VectorToEncoders(const ModelState& s, Vec3 Target, int16_t Tsign, double& ThetaEnc,
+                      double& PhiEnc) {
     double Theta = 0;
     double Phi = 0;
     SolveAxisAngles(s, Target, Tsign, Theta, Phi);
     AnglesToEncoders(s, Theta, Phi, ThetaEnc, PhiEnc);
 }
 
-void CelestialToEncoders(const ModelState& s, double LST, double JD, double RA, double Dec, int16_t Tsign,
-                         double& ThetaEnc, double& PhiEnc) {
+void CelestialToEncoders(const ModelState& s, double LST, double JD, double RA, double Dec,
+                         int16_t Tsign, double& ThetaEnc, double& PhiEnc) {
     const Vec3 H = CelestialToHorizon(s, RA, Dec, LST, JD);
     VectorToEncoders(s, HorizonToMount(s, H), Tsign, ThetaEnc, PhiEnc);
 }
 
-void ApparentToEncoders(const ModelState& s, double LST, double /*JD*/, double RA, double Dec, int16_t Tsign,
-                        double& ThetaEnc, double& PhiEnc) {
+void ApparentToEncoders(const ModelState& s, double LST, double /*JD*/, double RA, double Dec,
+                        int16_t Tsign, double& ThetaEnc, double& PhiEnc) {
     const Vec3 H = ApparentToHorizon(s, RA, Dec, LST);
     VectorToEncoders(s, HorizonToMount(s, H), Tsign, ThetaEnc, PhiEnc);
 }
 
-void EncodersToCelestial(const ModelState& s, double LST, double JD, double ThetaEnc, double PhiEnc, double& RA,
-                         double& Dec) {
+void EncodersToCelestial(const ModelState& s, double LST, double JD, double ThetaEnc, double PhiEnc,
+                         double& RA, double& Dec) {
     const Vec3 C = EncoderToPointing(s, ThetaEnc, PhiEnc);
     HorizonToCelestial(s, MountToHorizon(s, C), LST, JD, RA, Dec);
 }
 
-void EncodersToApparent(const ModelState& s, double LST, double /*JD*/, double ThetaEnc, double PhiEnc,
-                        double& RA, double& Dec) {
+void EncodersToApparent(const ModelState& s, double LST, double /*JD*/, double ThetaEnc,
+                        double PhiEnc, double& RA, double& Dec) {
     const Vec3 C = EncoderToPointing(s, ThetaEnc, PhiEnc);
     HorizonToApparent(s, MountToHorizon(s, C), LST, RA, Dec);
 }

@@ -13,8 +13,8 @@
 // z = sin d sin L + cos d cos H cos L.
 Vec3 ApparentToHorizon(const ModelState& s, double RA, double Dec, double LST) {
     const double c = kHalfTurn / 2 - s.Latitude * 0.0174532925;  // colatitude
-    const double p = kHalfTurn / 2 - Dec;                         // polar distance
-    const double H = LST - RA;                                    // hour angle
+    const double p = kHalfTurn / 2 - Dec;                        // polar distance
+    const double H = LST - RA;                                   // hour angle
     const double A = -(kHalfTurn / 2 + H);
     Vec3 v;
     v.x = std::sin(A) * std::sin(p) * std::cos(c) + std::sin(c) * std::cos(p);
@@ -62,7 +62,8 @@ void HorizonToApparent(const ModelState& s, Vec3 v, double LST, double& RA, doub
     if (RA < 0) RA = RA + kFullTurn;
 }
 
-void HorizonToCelestial(const ModelState& s, Vec3 v, double LST, double JD, double& RA, double& Dec) {
+void HorizonToCelestial(const ModelState& s, Vec3 v, double LST, double JD, double& RA,
+                        double& Dec) {
     double RAApp = 0;
     double DecApp = 0;
     HorizonToApparent(s, v, LST, RAApp, DecApp);

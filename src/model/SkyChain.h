@@ -8,7 +8,8 @@ struct ModelState;
 
 Vec3 CelestialToHorizon(const ModelState& s, double RA, double Dec, double LST, double JD);
 Vec3 ApparentToHorizon(const ModelState& s, double RA, double Dec, double LST);
-void HorizonToCelestial(const ModelState& s, Vec3 v, double LST, double JD, double& RA, double& Dec);
+void HorizonToCelestial(const ModelState& s, Vec3 v, double LST, double JD, double& RA,
+                        double& Dec);
 void HorizonToApparent(const ModelState& s, Vec3 v, double LST, double& RA, double& Dec);
 // Theta is a zenith distance (radians), changed in place: ToApparent true
 // lifts a true place to the observed one, false takes it back.

@@ -41,12 +41,15 @@ SkyInputs InputsOf(const ModelState& s, const CalPoint& pt) {
     return in;
 }
 
-bool SameBits(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+bool SameBits(double a, double b) {
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
 
 bool SameInputs(const SkyInputs& a, const SkyInputs& b) {
-    return a.Model == b.Model && SameBits(a.RA, b.RA) && SameBits(a.Dec, b.Dec) && SameBits(a.LST, b.LST) &&
-           SameBits(a.JD, b.JD) && SameBits(a.Latitude, b.Latitude) && SameBits(a.Temperature, b.Temperature) &&
-           SameBits(a.Pressure, b.Pressure) && a.EnableRefraction == b.EnableRefraction;
+    return a.Model == b.Model && SameBits(a.RA, b.RA) && SameBits(a.Dec, b.Dec) &&
+           SameBits(a.LST, b.LST) && SameBits(a.JD, b.JD) && SameBits(a.Latitude, b.Latitude) &&
+           SameBits(a.Temperature, b.Temperature) && SameBits(a.Pressure, b.Pressure) &&
+           a.EnableRefraction == b.EnableRefraction;
 }
 
 // The workspace of this thread's fits, reused between fits: a fit runs at
@@ -180,11 +183,16 @@ void ExtractSubsystem(const NormalSystem& full, NormalSystem& sub) {
 int16_t NextRung(int16_t MaxTerm) {
     if (MaxTerm >= 8) return static_cast<int16_t>(MaxTerm - 2);
     switch (MaxTerm) {
-        case 6: return 5;
-        case 5: return 4;
-        case 4: return 2;
-        case 2: return 0;
-        default: return static_cast<int16_t>(MaxTerm - 1);  // 7, 3 and 1 never occur
+        case 6:
+            return 5;
+        case 5:
+            return 4;
+        case 4:
+            return 2;
+        case 2:
+            return 0;
+        default:
+            return static_cast<int16_t>(MaxTerm - 1);  // 7, 3 and 1 never occur
     }
 }
 
@@ -205,7 +213,9 @@ void ZeroOffsetsAndRotations(ModelState& s) {
 // pointing of the encoders. Equal weights, no constant term. With no used
 // point the coefficients and Sensitivity stay as they were; with no active
 // term all coefficients are 0 and Sensitivity stays.
-const FitRunInfo& LastFitRunInfo() { return lastRun; }
+const FitRunInfo& LastFitRunInfo() {
+    return lastRun;
+}
 
 void SolveCoefficients(ModelState& s, FitWorkspace& w) {
     if (w.NumUsed == 0 || s.NumCalPoints == 0) return;

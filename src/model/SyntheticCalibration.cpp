@@ -10,7 +10,9 @@
 namespace {
 
 // Uniform in (0, 1) from mt19937, whose sequence the C++ standard fixes.
-double Uniform(std::mt19937& gen) { return (static_cast<double>(gen()) + 0.5) / 4294967296.0; }
+double Uniform(std::mt19937& gen) {
+    return (static_cast<double>(gen()) + 0.5) / 4294967296.0;
+}
 
 // Standard normal deviate by the Box-Muller method, so that a seed gives the
 // same points on every machine (std::normal_distribution is not fixed
@@ -48,7 +50,8 @@ SyntheticObserver::SyntheticObserver(const ModelState& site, const SyntheticMoun
 
 SyntheticObserver::~SyntheticObserver() = default;
 
-SyntheticPoint SyntheticObserver::MeasureDirection(Vec3 horizon, int16_t Tsign, double LST, double JD) {
+SyntheticPoint SyntheticObserver::MeasureDirection(Vec3 horizon, int16_t Tsign, double LST,
+                                                   double JD) {
     SyntheticPoint p;
     HorizonToCelestial(*truth_, horizon, LST, JD, p.RA, p.Dec);
     return MeasureStar(p.RA, p.Dec, Tsign, LST, JD);
@@ -57,7 +60,8 @@ SyntheticPoint SyntheticObserver::MeasureDirection(Vec3 horizon, int16_t Tsign, 
 // The encoders come from the place through the very chain the fit uses,
 // inverted by the model's own iteration (about 1e-9 rad from exact for
 // coefficients of arcminutes), so that a fit sees consistent points.
-SyntheticPoint SyntheticObserver::MeasureStar(double RA, double Dec, int16_t Tsign, double LST, double JD) {
+SyntheticPoint SyntheticObserver::MeasureStar(double RA, double Dec, int16_t Tsign, double LST,
+                                              double JD) {
     SyntheticPoint p;
     p.RA = RA;
     p.Dec = Dec;
@@ -87,7 +91,8 @@ std::vector<SyntheticPoint> MakeSyntheticPoints(const ModelState& site, const Sy
     const double minAlt = m.MinAltitudeDeg * kHalfTurn / 180;
     for (int k = 0; k < m.Num; ++k) {
         const double minutes = k * m.MinutesBetween;
-        const double LST = std::fmod(m.FirstLST + minutes * kFullTurn / 1440.0 * kSiderealRate, kFullTurn);
+        const double LST =
+            std::fmod(m.FirstLST + minutes * kFullTurn / 1440.0 * kSiderealRate, kFullTurn);
         const double JD = m.FirstJD + minutes / 1440.0;
         double alt = 0;
         double az = 0;

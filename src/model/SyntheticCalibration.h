@@ -5,9 +5,9 @@
 
 #include <array>
 #include <cstdint>
-#include <string>
 #include <memory>
 #include <random>
+#include <string>
 #include <vector>
 
 #include "model/Constants.h"
@@ -17,11 +17,11 @@ struct ModelState;
 
 // The imaginary mount and observing run. Angles radians unless stated.
 struct SyntheticMount {
-    int Num = 40;                // number of calibration points
-    double ErrorNorth = 0;       // axis misalignment, first rotation
-    double ErrorWest = 0;        // axis misalignment, second rotation
-    double ThetaEncOffset = 0;   // counts
-    double PhiEncOffset = 0;     // counts
+    int Num = 40;               // number of calibration points
+    double ErrorNorth = 0;      // axis misalignment, first rotation
+    double ErrorWest = 0;       // axis misalignment, second rotation
+    double ThetaEncOffset = 0;  // counts
+    double PhiEncOffset = 0;    // counts
     // Coefficients of the correction terms (radians), by term number; terms
     // 1 to 4 are left 0 as the offsets and rotations above carry them.
     std::array<double, kNumTerms + 1> TermCoef{};
@@ -31,7 +31,8 @@ struct SyntheticMount {
     double FirstLST = 0;         // local sidereal time of the first point
     double MinutesBetween = 2;   // time between points, civil minutes
     double FirstJD = 2460000.5;  // Julian day of the first point
-    bool BothSidesOfPier = false;  // on an equatorial mount: negative Theta for stars east of the meridian
+    bool BothSidesOfPier =
+        false;  // on an equatorial mount: negative Theta for stars east of the meridian
 };
 
 // One measured point: encoders, J2000 place, time, and a name.
@@ -51,7 +52,7 @@ struct SyntheticPoint {
 // encoders at which the mount looks at a direction and the J2000 place it
 // really looks at there, with the noise of the mount description added.
 class SyntheticObserver {
-public:
+  public:
     SyntheticObserver(const ModelState& site, const SyntheticMount& m);
     ~SyntheticObserver();
     SyntheticObserver(const SyntheticObserver&) = delete;
@@ -64,7 +65,7 @@ public:
     // The imaginary mount itself, a model with the errors of the description.
     const ModelState& Truth() const { return *truth_; }
 
-private:
+  private:
     void AddNoise(SyntheticPoint& p);
     std::unique_ptr<ModelState> truth_;
     double noiseRMS_;

@@ -7,11 +7,14 @@
 std::string NumberText(double x) {
     if (x == 0.0) return "0";  // also negative zero
     std::array<char, 64> buf{};
-    auto res = std::to_chars(buf.data(), buf.data() + buf.size(), x, std::chars_format::general, 15);
+    auto res =
+        std::to_chars(buf.data(), buf.data() + buf.size(), x, std::chars_format::general, 15);
     return std::string(buf.data(), res.ptr);
 }
 
-std::string IntText(long x) { return std::to_string(x); }
+std::string IntText(long x) {
+    return std::to_string(x);
+}
 
 std::string RoundedText(double x, int decimals) {
     // A double has no nonzero digit beyond the 1074th decimal, so more places
@@ -22,7 +25,8 @@ std::string RoundedText(double x, int decimals) {
     if (decimals < 0) decimals = 0;
     if (decimals > kMaxDecimals) decimals = kMaxDecimals;
     std::array<char, 1400> buf{};
-    auto res = std::to_chars(buf.data(), buf.data() + buf.size(), x, std::chars_format::fixed, decimals);
+    auto res =
+        std::to_chars(buf.data(), buf.data() + buf.size(), x, std::chars_format::fixed, decimals);
     std::string s(buf.data(), res.ptr);
     if (s.find('.') != std::string::npos) {
         while (!s.empty() && s.back() == '0') s.pop_back();
@@ -32,7 +36,9 @@ std::string RoundedText(double x, int decimals) {
     return s;
 }
 
-std::string BoolText(bool b) { return b ? "True" : "False"; }
+std::string BoolText(bool b) {
+    return b ? "True" : "False";
+}
 
 bool ParseNumber(const std::string& text, double& value) {
     size_t i = 0;

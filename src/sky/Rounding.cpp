@@ -2,7 +2,9 @@
 
 #include <cmath>
 
-double VbInt(double x) { return std::floor(x); }
+double VbInt(double x) {
+    return std::floor(x);
+}
 
 double VbTrunc(double x) {
     if (x < 0) return -std::floor(-x);

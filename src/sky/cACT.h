@@ -5,7 +5,7 @@
 #pragma once
 
 class cACT {
-public:
+  public:
     // Mean J2000 place to the apparent place of JD.
     void FromJ2000ToJD(double JD, double RA, double Dec, double& RAApp, double& DecApp) const;
     // Apparent place of JD to the mean J2000 place.
@@ -21,6 +21,6 @@ public:
     // Mean place of JD1 to the mean place of JD2.
     void Precess(double JD1, double JD2, double RA1, double Dec1, double& RA2, double& Dec2) const;
 
-private:
+  private:
     double Atn2(double Y, double X) const;
 };

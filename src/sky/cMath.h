@@ -10,7 +10,7 @@ using Matrix = std::array<std::array<double, kMaxMatrix + 1>, kMaxMatrix + 1>;
 using MatrixVector = std::array<double, kMaxMatrix + 1>;
 
 class cMath {
-public:
+  public:
     double pi() const { return 3.141592654; }
     double E() const { return 2.718281828; }
     double c() const { return 299792458; }

@@ -5,7 +5,7 @@
 #include <string>
 
 class cString {
-public:
+  public:
     // "a" as Separator gives 12h30m05s; any other separator joins the fields.
     std::string RARadToStr(double RA, const std::string& Separator) const;
     // "a" as Separator gives 12° 30' 05"; any other separator joins the fields.

@@ -17,7 +17,9 @@
 
 namespace {
 
-bool SameBits(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+bool SameBits(double a, double b) {
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
 
 void ExpectSameFit(const ModelState& want, const ModelState& got, int trial) {
     EXPECT_TRUE(SameBits(want.ErrorNorth, got.ErrorNorth)) << "trial " << trial;
@@ -29,7 +31,8 @@ void ExpectSameFit(const ModelState& want, const ModelState& got, int trial) {
     for (int t = 1; t <= 46; ++t) {
         EXPECT_EQ(want.TermActive[t], got.TermActive[t]) << "trial " << trial << " term " << t;
         EXPECT_TRUE(SameBits(want.TermCoef[t], got.TermCoef[t]))
-            << "trial " << trial << " term " << t << " wanted " << want.TermCoef[t] << " got " << got.TermCoef[t];
+            << "trial " << trial << " term " << t << " wanted " << want.TermCoef[t] << " got "
+            << got.TermCoef[t];
     }
 }
 
@@ -46,7 +49,7 @@ TEST(OptimisedFit, GivesTheBitsOfThePlainFitOnRandomPointSets) {
         s->PhiPosCW = flag(gen);
         s->ThetaPosUp = flag(gen);
         for (int k = 1; k <= 22; ++k) s->TermEnable[k] = static_cast<int16_t>(flag(gen));
-        if (trial % 4 == 1) s->MaxSensitivity = 20;   // makes the ladder step down
+        if (trial % 4 == 1) s->MaxSensitivity = 20;  // makes the ladder step down
         if (trial % 4 == 2) s->ThetaCountsPerRev = s->PhiCountsPerRev = 100000;
         SyntheticMount m;
         m.Num = count(gen);
@@ -94,10 +97,15 @@ TEST(OptimisedFit, ResidualsAfterAFitGiveTheBitsOfFreshResiduals) {
     for (int i = 1; i <= s->NumCalPoints; ++i) {
         const CalPoint& a = fresh->CalPoints[i];
         const CalPoint& b = s->CalPoints[i];
-        for (auto [want, got] : {std::pair{a.DistErr, b.DistErr}, {a.RAErr, b.RAErr}, {a.DecErr, b.DecErr},
-                                 {a.ThetaErr, b.ThetaErr}, {a.PhiErr, b.PhiErr}, {a.SkyTheta, b.SkyTheta},
+        for (auto [want, got] : {std::pair{a.DistErr, b.DistErr},
+                                 {a.RAErr, b.RAErr},
+                                 {a.DecErr, b.DecErr},
+                                 {a.ThetaErr, b.ThetaErr},
+                                 {a.PhiErr, b.PhiErr},
+                                 {a.SkyTheta, b.SkyTheta},
                                  {a.SkyPhi, b.SkyPhi}}) {
-            EXPECT_TRUE(SameBits(want, got)) << "point " << i << " wanted " << want << " got " << got;
+            EXPECT_TRUE(SameBits(want, got))
+                << "point " << i << " wanted " << want << " got " << got;
         }
     }
     EXPECT_TRUE(SameBits(fresh->RMSErrAll, s->RMSErrAll));

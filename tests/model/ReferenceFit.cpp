@@ -73,11 +73,16 @@ void ReferenceCalibrate(ModelState& s) {
     while (MaxTerm > 0) {
         PlainSolve(s, *w);
         if (s.Sensitivity <= s.MaxSensitivity) break;
-        if (MaxTerm == 2) MaxTerm = 0;
-        else if (MaxTerm == 4) MaxTerm = 2;
-        else if (MaxTerm == 5) MaxTerm = 4;
-        else if (MaxTerm == 6) MaxTerm = 5;
-        else MaxTerm = static_cast<int16_t>(MaxTerm - 2);
+        if (MaxTerm == 2)
+            MaxTerm = 0;
+        else if (MaxTerm == 4)
+            MaxTerm = 2;
+        else if (MaxTerm == 5)
+            MaxTerm = 4;
+        else if (MaxTerm == 6)
+            MaxTerm = 5;
+        else
+            MaxTerm = static_cast<int16_t>(MaxTerm - 2);
         SelectActiveTerms(s, MaxTerm);
     }
     if (N == 0)
@@ -88,8 +93,10 @@ void ReferenceCalibrate(ModelState& s) {
         const double a = s.PhiEncOffset, b = s.ThetaEncOffset, c = s.ErrorNorth, d = s.ErrorWest;
         ++count;
         PlainSolve(s, *w);
-        s.PhiEncOffset = s.PhiPosCW ? s.PhiEncOffset + s.TermCoef[1] : s.PhiEncOffset - s.TermCoef[1];
-        s.ThetaEncOffset = s.ThetaPosUp ? s.ThetaEncOffset + s.TermCoef[2] : s.ThetaEncOffset - s.TermCoef[2];
+        s.PhiEncOffset =
+            s.PhiPosCW ? s.PhiEncOffset + s.TermCoef[1] : s.PhiEncOffset - s.TermCoef[1];
+        s.ThetaEncOffset =
+            s.ThetaPosUp ? s.ThetaEncOffset + s.TermCoef[2] : s.ThetaEncOffset - s.TermCoef[2];
         s.ErrorNorth = s.ErrorNorth + s.TermCoef[3];
         s.ErrorWest = s.ErrorWest + s.TermCoef[4];
         double D = s.Math.Max(std::fabs(s.PhiEncOffset - a), std::fabs(s.ThetaEncOffset - b));

@@ -103,6 +103,13 @@ int ListActiveTerms(ModelState& s, NormalSystem& sys) {
 // each component c from 1 to 3, R(i) += (T(c) - P(c)) B(ti, c) and
 // A(i, j) += B(ti, c) B(tj, c). Only the upper half is summed; the lower
 // half is the same sums in the same order and is mirrored.
+// Built twice, for plain x86-64 and for AVX2, the copy chosen at load time:
+// wider vectors run the same additions and multiplications on the same
+// elements, and contraction into fused multiply-add is off for both, so the
+// sums are the same bits either way.
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && !defined(AZTRUE_NO_VECTOR_CLONES)
+__attribute__((target_clones("avx2", "default")))
+#endif
 void AccumulateNormalEquations(const ModelState& s, FitWorkspace& w, NormalSystem& sys) {
     const int n = sys.n;
     for (int i = 1; i <= n; ++i) {

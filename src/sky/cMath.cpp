@@ -23,6 +23,12 @@ double cMath::RadToDeg(double x) const {
 // 1-based; gives the inverse in A and the solution of A x = B in B. A zero
 // pivot does not stop the work: 1e12 stands in for its reciprocal and the
 // result becomes false.
+// Built twice, for plain x86-64 and for AVX2, the copy chosen at load time:
+// the wider vectors do the same operations on the same elements, with no
+// contraction into fused multiply-add, so the inverse is the same bits.
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && !defined(AZTRUE_NO_VECTOR_CLONES)
+__attribute__((target_clones("avx2", "default")))
+#endif
 bool cMath::MatrixInverse(Matrix& A, MatrixVector& B, int N) const {
     // Beyond the bookkeeping tables: leave everything as it is.
     if (N > kMaxMatrix) return false;

@@ -92,10 +92,16 @@ TEST_F(TraceLogOverBusTest, EveryCallFromCreationToReleaseWritesItsLine) {
     EXPECT_TRUE(server.EndsCleanly());
 
     // The lines of the members, in the texts that the trace log gives them
-    // (the read of Temperature keeps its old spelling).
+    // (the read of Temperature keeps its old spelling). The first refit of
+    // the setter loads the main window unseen; the termination unloads it
+    // before the process ends.
     const std::vector<std::string> wanted = {
-        "Class_Initialize()", "Let Latitude = 33.5", "CelestialToEncoder(1, 2451545, 1, 0.5, 1)",
-        "GetCalPoint(5)",     "Get Termerature",     "Class_Terminate()",
+        "Class_Initialize()",   "Let Latitude = 33.5",
+        "Form_Load()",          "CelestialToEncoder(1, 2451545, 1, 0.5, 1)",
+        "GetCalPoint(5)",       "Get Termerature",
+        "Class_Terminate()",    "Form_Unload(0)",
+        "UnloadAll()",          "UnloadAll finished",
+        "Form_Unload finished",
     };
     EXPECT_EQ(LoggedCalls(), wanted);
 }

@@ -1,7 +1,13 @@
-// `aztrue --automation`: the process serves the automation objects on the
-// D-Bus session bus until a client releases its object or calls Dispose.
+// The starts of the executable that need Qt: the automation server and the
+// desktop program.
 #pragma once
 
-// Runs the event loop and returns the exit status: 1 when the bus cannot be
-// reached or another process already serves the name.
+#include <string>
+
+// Serves clients on the D-Bus session bus; the main window exists unseen
+// and appears when a client asks for it.
 int RunAutomation(int argc, char** argv);
+
+// The desktop program: the main window on the screen, with the calibration
+// File open at start unless File is empty.
+int RunDesktop(int argc, char** argv, const std::string& File);

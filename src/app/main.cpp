@@ -1,5 +1,5 @@
-// The aztrue executable: the automation server, the fit command and the
-// version.
+// The aztrue executable: the desktop program, the automation server, the
+// fit command and the version.
 #include <iostream>
 #include <string>
 #include <vector>
@@ -12,6 +12,7 @@ namespace {
 
 void Usage(std::ostream& out) {
     out << "usage: aztrue --automation\n"
+           "       aztrue [FILE.AZT]\n"
            "       aztrue --version\n"
            "       aztrue fit [--terms altaz|equatorial|all|none] [--json] FILE\n";
 }
@@ -20,6 +21,7 @@ void Usage(std::ostream& out) {
 
 int main(int argc, char** argv) {
     std::vector<std::string> args(argv + 1, argv + argc);
+    if (args.empty()) return RunDesktop(argc, argv, std::string());
     if (args.size() == 1 && args[0] == "--automation") {
         return RunAutomation(argc, argv);
     }
@@ -36,6 +38,10 @@ int main(int argc, char** argv) {
     if (!args.empty() && (args[0] == "--help" || args[0] == "-h")) {
         Usage(std::cout);
         return 0;
+    }
+    // A single argument that is no option is a calibration to open.
+    if (args.size() == 1 && !args[0].empty() && args[0][0] != '-') {
+        return RunDesktop(argc, argv, args[0]);
     }
     Usage(std::cerr);
     return 2;

@@ -54,7 +54,7 @@ AutomationServer::Outcome AutomationServer::Publish(QString& Message) {
                  SLOT(BusLost()));
     // From here on calls arrive; the objects they create refresh and end
     // the process through this display.
-    TheMainWindow().SetDisplay(display_);
+    TheMainWindow().SetDisplay(*installed_);
     return Outcome::Serving;
 }
 

@@ -21,6 +21,10 @@ class AutomationServer : public QObject {
     AutomationServer(const AutomationServer&) = delete;
     AutomationServer& operator=(const AutomationServer&) = delete;
 
+    // Installs Display in the main window object at Publish instead of the
+    // window-less display of this server; Display must outlive the server.
+    void UseDisplay(DisplayRefresh& Display) { installed_ = &Display; }
+
     enum class Outcome { Serving, NameTaken, Failed };
     // Installs the display in the main window object, publishes the
     // factory, then claims the well-known name, so that the first call let
@@ -36,5 +40,6 @@ class AutomationServer : public QObject {
   private:
     QDBusConnection bus_;
     AutomationDisplay display_;
+    DisplayRefresh* installed_ = &display_;
     std::unique_ptr<FactoryService> factory_;
 };

@@ -18,6 +18,8 @@
 #include "model/ModelState.h"
 #include "model/Residuals.h"
 #include "model/Solver.h"
+#include "server/DisplayRefresh.h"
+#include "server/RecalcChain.h"
 #include "windows/FileDialog.h"
 #include "windows/PictureBox.h"
 #include "windows/fAbout.h"
@@ -53,7 +55,35 @@ std::string CalFileFilter() {
 
 }  // namespace
 
-fMain::fMain(ModelState& s, QWidget* parent) : QMainWindow(parent), s_(s) {
+// The refresh of a window over a model of its own: this window is the only
+// one there is to redraw.
+class fMain::OwnDisplay : public NoDisplay {
+  public:
+    explicit OwnDisplay(fMain& Window) : window_(Window) {}
+    void UpdateGraph() override { window_.UpdateGraph(); }
+    void ProcessPendingEvents() override { QCoreApplication::processEvents(); }
+
+  private:
+    fMain& window_;
+};
+
+fMain::fMain(RecalcChain& Chain, QWidget* parent)
+    : QMainWindow(parent), chain_(&Chain), s_(Chain.Model()) {
+    Build();
+}
+
+fMain::fMain(ModelState& s, QWidget* parent)
+    : QMainWindow(parent),
+      ownDisplay_(std::make_unique<OwnDisplay>(*this)),
+      ownChain_(std::make_unique<RecalcChain>(s, *ownDisplay_)),
+      chain_(ownChain_.get()),
+      s_(s) {
+    Build();
+}
+
+fMain::~fMain() = default;
+
+void fMain::Build() {
     OnModelChanged = [this] { RefitAndRedraw(); };
     // Long file routines let queued window events run through this hook.
     SetPendingEventsHook([] { QCoreApplication::processEvents(); });
@@ -62,7 +92,13 @@ fMain::fMain(ModelState& s, QWidget* parent) : QMainWindow(parent), s_(s) {
     FormLoad();
 }
 
-fMain::~fMain() = default;
+bool fMain::DisplayEnabled() const {
+    return chain_->DisplayEnabled();
+}
+
+void fMain::SetDisplayEnabled(bool Enabled) {
+    chain_->SetDisplayEnabled(Enabled);
+}
 
 void fMain::BuildControls() {
     auto* central = new QWidget(this);
@@ -212,7 +248,7 @@ void fMain::FormLoad() {
     Plots.GraphColor = RGB(60, 60, 60);
     if (!s_.ServerStarted) InitModel(s_);
     setWindowTitle(Q(s_.Version));
-    DisplayEnabled = true;
+    SetDisplayEnabled(true);
     UpdateGraph();
     for (int i = 3; i <= s_.NumTerms && i <= kNumTerms; ++i) {
         parameters_.lblErr[static_cast<size_t>(i)].clear();
@@ -283,13 +319,7 @@ void fMain::PicErrorMouseDown(double X, double Y) {
 }
 
 void fMain::RefitAndRedraw() {
-    if (!DisplayEnabled) return;
-    Calibrate(s_);
-    ComputeResiduals(s_);
-    DisplayEnabled = false;
-    UpdateGraph();
-    DisplayEnabled = true;
-    QCoreApplication::processEvents();
+    chain_->CalibrateAndDisplay();
 }
 
 void fMain::Message(const QString& Text) {
@@ -321,18 +351,22 @@ void fMain::OpenCalibration() {
     args.OpenDialog = true;
     const std::string name = ShowFileDialog(args);
     if (name.empty()) return;
+    OpenCalibrationFile(name);
+}
 
-    DisplayEnabled = false;
+bool fMain::OpenCalibrationFile(const std::string& Name) {
+    SetDisplayEnabled(false);
     UnloadAll();
-    if (LoadCalFile(s_, name)) {
-        DisplayEnabled = true;
-        s_.FullFileName = name;
-        lblFileName->setText(Q(s_.Str.HasFileName(name)));
+    if (LoadCalFile(s_, Name)) {
+        SetDisplayEnabled(true);
+        s_.FullFileName = Name;
+        lblFileName->setText(Q(s_.Str.HasFileName(Name)));
         if (OnModelChanged) OnModelChanged();
-    } else {
-        DisplayEnabled = true;
-        Message(QStringLiteral("The file you are trying to open is not a valid calibration file."));
+        return true;
     }
+    SetDisplayEnabled(true);
+    Message(QStringLiteral("The file you are trying to open is not a valid calibration file."));
+    return false;
 }
 
 void fMain::SaveCalibrationAs() {

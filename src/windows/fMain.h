@@ -6,10 +6,13 @@
 #include <QMainWindow>
 #include <array>
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "windows/DisplayFigures.h"
 #include "windows/SkyPlots.h"
+
+class RecalcChain;
 
 class QAction;
 class QLabel;
@@ -24,7 +27,11 @@ class fMain : public QMainWindow {
   public:
     // Builds the window and runs its load: the trace line, the Test menu
     // switched off, InitModel unless a client started the process, the
-    // caption, the first plot. The window is not shown.
+    // caption, the first plot. The window is not shown. Changes of the model
+    // go through Chain, whose refresh is expected to reach this window.
+    explicit fMain(RecalcChain& Chain, QWidget* parent = nullptr);
+    // A window over a model of its own: it keeps a chain whose refresh
+    // redraws this window alone.
     explicit fMain(ModelState& s, QWidget* parent = nullptr);
     ~fMain() override;
 
@@ -34,15 +41,18 @@ class fMain : public QMainWindow {
     static constexpr int kInnerHeight = 492;
     static constexpr int kPicErrorSize = 313;
 
-    // While false, a change of the model neither fits nor redraws.
-    bool DisplayEnabled = false;
+    // The flag of the chain: while false, a change of the model neither fits
+    // nor redraws.
+    bool DisplayEnabled() const;
+    void SetDisplayEnabled(bool Enabled);
+    RecalcChain& Chain() { return *chain_; }
 
     // Both plots with their foreground GraphColor and the point positions
     // StarX and StarY of the last plot.
     cSkyPlots Plots;
 
-    // Run after a click changed the model: by default Calibrate,
-    // ComputeResiduals and the redraw of this window, while DisplayEnabled.
+    // Run after a click or a File Open changed the model: by default the
+    // chain's CalibrateAndDisplay.
     std::function<void()> OnModelChanged;
 
     // Redraws picError with the chosen graph type, then DisplayErrors.
@@ -59,13 +69,17 @@ class fMain : public QMainWindow {
 
     // The File menu and the About entry.
     void OpenCalibration();
+    // The part of Open after the chooser: loads Name and refits, or says
+    // that the file is not a calibration. True when the file loaded.
+    bool OpenCalibrationFile(const std::string& Name);
     void SaveCalibrationAs();
     void ShowAbout();
 
     // The figures of the Model Parameters window from the last DisplayErrors.
     const ModelParameterFigures& ModelParameters() const { return parameters_; }
 
-    // The default reaction to a change of the model.
+    // The default reaction to a change of the model: the chain's
+    // CalibrateAndDisplay.
     void RefitAndRedraw();
 
     // Controls, named as in the window's design.
@@ -96,12 +110,18 @@ class fMain : public QMainWindow {
     void closeEvent(QCloseEvent* event) override;
 
   private:
+    class OwnDisplay;
+    void Build();
     void BuildControls();
     void BuildMenus();
     void FormLoad();
     // A modal box with an OK button and no title of its own.
     void Message(const QString& Text);
 
+    // Only a window over a model of its own owns these.
+    std::unique_ptr<OwnDisplay> ownDisplay_;
+    std::unique_ptr<RecalcChain> ownChain_;
+    RecalcChain* chain_;
     ModelState& s_;
     ModelParameterFigures parameters_;
 };

@@ -92,10 +92,16 @@ TEST_F(TraceLogOverBusTest, EveryCallFromCreationToReleaseWritesItsLine) {
     EXPECT_TRUE(server.EndsCleanly());
 
     // The lines of the members, in the texts that the trace log gives them
-    // (the read of Temperature keeps its old spelling).
+    // (the read of Temperature keeps its old spelling). The first refit of
+    // the setter loads the main window unseen; the termination unloads it
+    // before the process ends.
     const std::vector<std::string> wanted = {
-        "Class_Initialize()", "Let Latitude = 33.5", "CelestialToEncoder(1, 2451545, 1, 0.5, 1)",
-        "GetCalPoint(5)",     "Get Termerature",     "Class_Terminate()",
+        "Class_Initialize()",   "Let Latitude = 33.5",
+        "Form_Load()",          "CelestialToEncoder(1, 2451545, 1, 0.5, 1)",
+        "GetCalPoint(5)",       "Get Termerature",
+        "Class_Terminate()",    "Form_Unload(0)",
+        "UnloadAll()",          "UnloadAll finished",
+        "Form_Unload finished",
     };
     EXPECT_EQ(LoggedCalls(), wanted);
 }
@@ -109,6 +115,32 @@ TEST_F(TraceLogOverBusTest, DisposeIsTheLastLineAndNoTerminationFollows) {
     object.Call("Dispose", {}, "");
     EXPECT_TRUE(server.EndsCleanly());
     const std::vector<std::string> wanted = {"Class_Initialize()", "Dispose()"};
+    EXPECT_EQ(LoggedCalls(), wanted);
+}
+
+// The main window's lifecycle seen through the log of the windowed
+// server: ShowAztrue loads the window, KillAztrue unloads it and the object
+// keeps answering, and its next refit loads the window again. A client
+// stays attached through all of it.
+TEST_F(TraceLogOverBusTest, ShowAndKillLoadAndUnloadTheMainWindowWhileTheClientStays) {
+    TurnLogOn();
+    ServerProcess server(documents.path());
+    ASSERT_TRUE(server.Started()) << server.Failure().toStdString();
+    BusObject object(QDBusConnection::sessionBus(), server.UniqueName());
+    ASSERT_TRUE(object.Valid());
+    object.Call("ShowAztrue", {}, "");
+    object.Call("KillAztrue", {}, "");
+    object.SetLatitude(40);
+    EXPECT_EQ(object.Latitude(), 40.0);
+    EXPECT_TRUE(server.Running());
+    object.Release();
+    EXPECT_TRUE(server.EndsCleanly());
+    const std::vector<std::string> wanted = {
+        "Class_Initialize()", "ShowAztrue()", "Form_Load()",        "KillAztrue()",
+        "Form_Unload(0)",     "UnloadAll()",  "UnloadAll finished", "Form_Unload finished",
+        "Let Latitude = 40",  "Form_Load()",  "Get Latitude",       "Class_Terminate()",
+        "Form_Unload(0)",     "UnloadAll()",  "UnloadAll finished", "Form_Unload finished",
+    };
     EXPECT_EQ(LoggedCalls(), wanted);
 }
 

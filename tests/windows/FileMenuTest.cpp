@@ -95,7 +95,7 @@ class RealFitWindowTest : public QObject {
         QCOMPARE(w.lblRMSSelected->text(), QString());
         QCOMPARE(w.ModelParameters().lblErr[4], std::string("-5.16'"));
         QVERIFY(!w.ModelParameters().lblErr[5].empty());
-        QVERIFY(w.DisplayEnabled);
+        QVERIFY(w.DisplayEnabled());
     }
 
     // A click on a dot takes its point out of the fit, the fit runs again
@@ -111,7 +111,7 @@ class RealFitWindowTest : public QObject {
         QCOMPARE(s->NumPointsUsed, int16_t{39});
         QCOMPARE(w.lblNum->text(), QStringLiteral("39/40"));
         QVERIFY(!w.lblRMSSelected->text().isEmpty());
-        QVERIFY(w.DisplayEnabled);
+        QVERIFY(w.DisplayEnabled());
         // The dot of the point out of use is blue at its centre.
         const Rgb centre =
             PixelAt(w.picError->Picture(), static_cast<int>(std::lround(w.Plots.StarX[k])),
@@ -155,7 +155,7 @@ class RealFitWindowTest : public QObject {
         QCOMPARE(v.lblNum->text(), QStringLiteral("39/40"));
         QCOMPARE(v.lblFileName->text(), QStringLiteral("night.AZT"));
         QCOMPARE(QString::fromStdString(t->FullFileName), saved);
-        QVERIFY(v.DisplayEnabled);
+        QVERIFY(v.DisplayEnabled());
     }
 
     // A file that is not a calibration: the message, and the display stays on.
@@ -177,7 +177,7 @@ class RealFitWindowTest : public QObject {
         w.menu_OpenCal->trigger();
         QCOMPARE(seen, QStringLiteral(
                            "The file you are trying to open is not a valid calibration file."));
-        QVERIFY(w.DisplayEnabled);
+        QVERIFY(w.DisplayEnabled());
         QCOMPARE(w.lblFileName->text(), QString());
         QCOMPARE(s->FullFileName, std::string());
     }

@@ -70,7 +70,7 @@ class MainWindowTest : public QObject {
         QCOMPARE(w.windowTitle(), QStringLiteral("Aztrue 5.32"));
         QVERIFY(!s->TestLog);
         QVERIFY(!w.menuTest->menuAction()->isVisible());
-        QVERIFY(w.DisplayEnabled);
+        QVERIFY(w.DisplayEnabled());
         QVERIFY(w.lblNorthDir->isHidden());
         QVERIFY(w.lblWestDir->isHidden());
         QCOMPARE(Text(w.lblFileName), QString());
@@ -260,7 +260,7 @@ class MainWindowTest : public QObject {
         auto s = FreshModel();
         fMain w(*s);
         AddThreePoints(*s);
-        w.DisplayEnabled = false;
+        w.SetDisplayEnabled(false);
         const QImage before = w.picError->Picture().Image();
         w.RefitAndRedraw();
         QVERIFY(w.picError->Picture().Image() == before);
@@ -328,7 +328,7 @@ class MainWindowTest : public QObject {
         QCOMPARE(chooserTitle, QStringLiteral("Load Aztrue File"));
         QCOMPARE(s->FullFileName, std::string("/nowhere/run.AZT"));
         QCOMPARE(s->NumCalPoints, int16_t{3});
-        QVERIFY(w.DisplayEnabled);
+        QVERIFY(w.DisplayEnabled());
     }
 
     // The About entry shows one modeless window titled "About Aztrue"; Exit

@@ -1,0 +1,48 @@
+// The display of a process with windows: the chain's refreshes reach the
+// main window, which comes into being unseen at its first use, and the
+// client's show, kill and dispose act on the real windows.
+#pragma once
+
+#include <QPointer>
+#include <functional>
+#include <string>
+
+#include "server/DisplayRefresh.h"
+
+class RecalcChain;
+class fMain;
+
+class WindowsDisplay : public DisplayRefresh {
+  public:
+    // Chain is the main window object whose model the windows show.
+    // EndProcess ends the process once the reply to the current call has
+    // left; it runs after every window has closed.
+    WindowsDisplay(RecalcChain& Chain, std::function<void()> EndProcess);
+    ~WindowsDisplay() override;
+    WindowsDisplay(const WindowsDisplay&) = delete;
+    WindowsDisplay& operator=(const WindowsDisplay&) = delete;
+
+    // The main window, loaded unseen if it does not exist yet. A closed
+    // main window is dropped, so the next use loads it again.
+    fMain& Main();
+    // The main window if it is loaded, else null.
+    fMain* MainIfLoaded() const { return main_.data(); }
+
+    // The windows of later work (calibration table, graphs, advanced
+    // figures) do not exist yet: their refreshes do nothing.
+    void DisplayCalPoints() override {}
+    void UpdateGraph() override;
+    void MakeGraph() override {}
+    void DisplayData() override {}
+    void ProcessPendingEvents() override;
+
+    void ShowMain() override;
+    void KillWindows() override;
+    void DisposeAll() override;
+    void FileNameChanged(const std::string& FullFileName) override;
+
+  private:
+    RecalcChain& chain_;
+    std::function<void()> endProcess_;
+    QPointer<fMain> main_;
+};

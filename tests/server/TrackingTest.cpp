@@ -43,20 +43,27 @@ TEST_F(TrackingRatesCall, PolarAxisTurnsAtTheSkyRateWithTheSignOfPhiPosCW) {
 }
 
 // The Phi encoder reads the hour angle minus half a turn, so it passes its
-// zero at hour angle pi. Just after that moment the earlier evaluation
-// reads nearly a full turn and the later one a little above 0.
+// zero at hour angle pi. Just after that moment one evaluation reads nearly
+// a full turn and the other a little above 0: the later one is the smaller
+// with PhiPosCW (the difference wraps down from minus a turn) and the
+// larger with counts the other way (it wraps from plus a turn).
 TEST_F(TrackingRatesCall, AcrossThePhiEncoderZeroGivesTheTrueRate) {
     const double ra = 1.5, dec = 0.4, lst = ra + 3.141592654 + 0.3 * kHalfSpan;
-    double tBefore = 0, pBefore = 0, tAfter = 0, pAfter = 0;
-    server->ApparentToEncoder(lst - kHalfSpan, kJD, ra, dec, 1, tBefore, pBefore);
-    server->ApparentToEncoder(lst + kHalfSpan, kJD, ra, dec, 1, tAfter, pAfter);
-    ASSERT_GT(pBefore - pAfter, 6.0) << "the two readings must straddle the encoder zero";
-    double thetaRate = 1, phiRate = 0;
-    server->GetTrackingRates(lst, kJD, ra, dec, 1, thetaRate, phiRate);
-    // The angles wrap at the program's full turn 6.283185308, 8.2e-10 above
-    // 2 pi; across the zero that enters the difference once and moves the
-    // rate by up to 4.1e-9 rad/s. Without the wrap it would be -31 rad/s.
-    EXPECT_NEAR(phiRate, kSkyRate, 1e-8);
+    for (bool cw : {true, false}) {
+        server->SetPhiPosCW(cw);
+        double tBefore = 0, pBefore = 0, tAfter = 0, pAfter = 0;
+        server->ApparentToEncoder(lst - kHalfSpan, kJD, ra, dec, 1, tBefore, pBefore);
+        server->ApparentToEncoder(lst + kHalfSpan, kJD, ra, dec, 1, tAfter, pAfter);
+        ASSERT_GT(std::fabs(pBefore - pAfter), 6.0)
+            << "the readings must straddle the zero, PhiPosCW " << cw;
+        double thetaRate = 1, phiRate = 0;
+        server->GetTrackingRates(lst, kJD, ra, dec, 1, thetaRate, phiRate);
+        // The angles wrap at the program's full turn 6.283185308, 8.2e-10
+        // above 2 pi; across the zero that enters the difference once and
+        // moves the rate by up to 4.1e-9 rad/s. Without the wrap it would be
+        // about 31 rad/s.
+        EXPECT_NEAR(phiRate, cw ? kSkyRate : -kSkyRate, 1e-8) << "PhiPosCW " << cw;
+    }
 }
 
 using GuideAndJacobian = PerfectEquatorial;

@@ -198,14 +198,18 @@ class RealFitWindowTest : public QObject {
         QCOMPARE(s->FullFileName, std::string("/earlier/run.AZT"));
     }
 
-    // The window as an operator sees it after a real fit with one point out,
-    // written to the build folder for the eye.
-    void ScreenshotOfARealFit() {
-        auto s = SyntheticRun(Arcsec(30));
+    // The window as an operator sees it with the shipped sample calibration
+    // opened and one star taken out by a click, written to the build folder
+    // for the eye.
+    void ScreenshotOfTheSample() {
+        auto s = std::make_unique<ModelState>();
+        InitModel(*s);
         fMain w(*s);
-        w.RefitAndRedraw();
+        QVERIFY(w.OpenCalibrationFile(QT_TESTCASE_SOURCEDIR "/../data/sample.AZT"));
+        QCOMPARE(s->NumCalPoints, int16_t(40));
         const int k = LoneliestPoint(w, 40);
         ClickPicture(w, w.Plots.StarX[k], w.Plots.StarY[k]);
+        QCOMPARE(s->NumPointsUsed, int16_t(39));
         w.show();
         QVERIFY(QTest::qWaitForWindowExposed(&w));
         QVERIFY(w.grab().save(QStringLiteral(AZTRUE_BUILD_DIR "/main-window-fit.png")));

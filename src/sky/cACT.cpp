@@ -7,16 +7,16 @@
 
 #include <cmath>
 
-namespace {
+#include "sky/AngleUnits.h"
 
-// Arc seconds to radians and degrees to radians, with the program's short
-// half turn, multiplied first and divided after.
 double ArcSecToRad(double x) {
-    return x * 3.141592654 / 648000;
+    return x * (3.141592654 / 648000);
 }
 double DegToRadians(double x) {
-    return x * 3.141592654 / 180;
+    return x * (3.141592654 / 180);
 }
+
+namespace {
 
 // Nutation and annual aberration (radians) of the place (a, d) at JD. The
 // same correction serves both directions; angles are not reduced to one

@@ -2,6 +2,7 @@
 
 #include "model/Constants.h"
 #include "sky/NumberText.h"
+#include "sky/AngleUnits.h"
 #include "sky/Rounding.h"
 #include "sky/Sexagesimal.h"
 #include "sky/TextScan.h"
@@ -122,7 +123,7 @@ double DecStrToRad(const std::string& Text) {
         const double sign = (d.Negative ? -1 : 1) * (m.Negative ? -1 : 1) * (s.Negative ? -1 : 1);
         degreesValue = (d.Value + m.Value / 60 + s.Value / 3600) * sign;
     }
-    return degreesValue * kHalfTurn / 180;
+    return DegToRadians(degreesValue);
 }
 
 // RA in radians to hours, minutes and seconds rounded to Decimals places,

@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "SkyTestSupport.h"
+#include "sky/AngleUnits.h"
 #include "sky/cACT.h"
 
 namespace {
@@ -137,6 +138,24 @@ TEST(ApparentPlace, RoundTripWithinTheSquareOfTheCorrection) {
         }
     }
     EXPECT_GT(largest, 1e-9) << "a second-order rest must remain";
+}
+
+// Degrees and arc seconds become radians by one factor worked out first,
+// x * (3.141592654 / 180): the bits below were worked out with that order
+// (x * 3.141592654 / 180 gives 0x1.906bdd4c240d5p+2, RA ...c and Dec ...c).
+// The sun's mean anomaly at JD 2415020.0 (T = 0) is 358.47583 degrees; the
+// apparent place is that of a star near Aldebaran on 2026 January 15.
+TEST(UnitFactors, LastBitOfTheApparentPlace) {
+    double ra = 0, dec = 0;
+    cACT().FromJDToJ2000(2461061.607638889, 0x1.6fa120d187fa3p-1, 0x1.4899f098d277ep-2, ra, dec);
+    const struct { const char* what; double got, want; } cases[] = {
+        {"mean anomaly", DegToRadians(358.47583), 0x1.906bdd4c240d6p+2},
+        {"RA J2000", ra, 0x1.6c5792180bf2bp-1},
+        {"Dec J2000", dec, 0x1.469853665e39dp-2}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.got, c.want) << c.what << std::hexfloat << ": wanted " << c.want << ", got "
+                                 << c.got << ", difference " << c.got - c.want;
+    }
 }
 
 }  // namespace

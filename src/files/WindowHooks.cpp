@@ -26,8 +26,8 @@ void RunPendingEvents() {
     if (PendingEventsHook()) PendingEventsHook()();
 }
 
-void SetEnableToChkHook(std::function<void()> Hook) {
-    EnableToChkHook() = std::move(Hook);
+std::function<void()> SetEnableToChkHook(std::function<void()> Hook) {
+    return std::exchange(EnableToChkHook(), std::move(Hook));
 }
 
 void RunEnableToChk() {

@@ -14,6 +14,6 @@ void RunPendingEvents();
 // Copies TermEnable into the check boxes of the Model Parameters window
 // without starting a fit. LoadCalFile calls it after it has read each of the
 // two sections of term flags. An empty function restores the default, which
-// does nothing.
-void SetEnableToChkHook(std::function<void()> Hook);
+// does nothing. Returns the hook it replaces, for the caller to put back.
+std::function<void()> SetEnableToChkHook(std::function<void()> Hook);
 void RunEnableToChk();

@@ -23,6 +23,11 @@ class DisplayRefresh {
     virtual void DisposeAll() = 0;   // close every window and end the process at once
     // A calibration file was saved or loaded under this full name.
     virtual void FileNameChanged(const std::string& FullFileName) = 0;
+
+    // The term flags were set by a preset: the Model Parameters window copies
+    // them into its check boxes, starting no fit. A display without that
+    // window has nothing to copy.
+    virtual void EnableToChk() {}
 };
 
 // The display of a process without windows: every refresh is a no-op.

@@ -110,26 +110,32 @@ void cAztrue::RemoveCalPoint(int16_t Index) {
     main_.CalibrateAndDisplay();
 }
 
+// The presets of the Model Parameters window: the flags, then its check
+// boxes follow without a fit of their own, then the one fit.
 void cAztrue::EnableTermsForAltAz() {
     LogLine("EnableTermsForAltAz()");
     EnableAltAz(model_);
+    main_.Display().EnableToChk();
     main_.CalibrateAndDisplay();
 }
 
 void cAztrue::EnableTermsForEquatorial() {
     LogLine("EnableTermsForEquatorial()");
     EnableGEM(model_);
+    main_.Display().EnableToChk();
     main_.CalibrateAndDisplay();
 }
 
 void cAztrue::EnableAllTerms() {
     LogLine("EnableAllTerms()");
     EnableAll(model_);
+    main_.Display().EnableToChk();
     main_.CalibrateAndDisplay();
 }
 
 void cAztrue::DisableAllTerms() {
     LogLine("DisableAllTerms()");
     DisableAll(model_);
+    main_.Display().EnableToChk();
     main_.CalibrateAndDisplay();
 }

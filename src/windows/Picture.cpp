@@ -37,6 +37,11 @@ cPicture::cPicture(int Width, int Height)
     Cls();
 }
 
+void cPicture::SetSize(int Width, int Height) {
+    image_ = QImage(Width, Height, QImage::Format_RGB32);
+    Cls();
+}
+
 void cPicture::Cls() {
     image_.fill(ToQColor(BackColor));
 }

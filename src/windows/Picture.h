@@ -28,6 +28,10 @@ class cPicture {
     int ScaleWidth() const { return image_.width(); }
     int ScaleHeight() const { return image_.height(); }
 
+    // Gives the picture a new size, cleared to BackColor; what was drawn
+    // is gone.
+    void SetSize(int Width, int Height);
+
     long BackColor = 0;  // background, used by Cls
     long ForeColor = 0;  // colour of lines, circles and text
 

@@ -5,22 +5,14 @@
 
 #include "model/ModelState.h"
 #include "server/RecalcChain.h"
-#include "windows/fMain.h"
 
 WindowsDisplay::WindowsDisplay(RecalcChain& Chain, std::function<void()> EndProcess)
-    : chain_(Chain), endProcess_(std::move(EndProcess)) {}
+    : chain_(Chain), endProcess_(std::move(EndProcess)), windows_(Chain) {}
 
-WindowsDisplay::~WindowsDisplay() {
-    delete main_.data();
-}
+WindowsDisplay::~WindowsDisplay() = default;
 
-fMain& WindowsDisplay::Main() {
-    if (!main_) {
-        main_ = new fMain(chain_);
-        // Once closed, by hand or by a client, the window object goes.
-        main_->setAttribute(Qt::WA_DeleteOnClose);
-    }
-    return *main_;
+void WindowsDisplay::DisplayCalPoints() {
+    windows_.CalPoints.Get().DisplayCalPoints();
 }
 
 void WindowsDisplay::UpdateGraph() {
@@ -38,14 +30,13 @@ void WindowsDisplay::ShowMain() {
 }
 
 void WindowsDisplay::KillWindows() {
-    // Closing runs the window's unload, which closes the others.
-    if (main_) main_->close();
+    windows_.KillWindows();
 }
 
 void WindowsDisplay::DisposeAll() {
-    // A main window that is loaded unloads, seen or not; then whatever
+    // The windows of the set, seen or not, in their order; then whatever
     // else is on the screen.
-    if (main_) main_->close();
+    windows_.CloseAll();
     QApplication::closeAllWindows();
     if (endProcess_) endProcess_();
 }
@@ -53,4 +44,8 @@ void WindowsDisplay::DisposeAll() {
 void WindowsDisplay::FileNameChanged(const std::string& FullFileName) {
     fMain& w = Main();
     w.lblFileName->setText(QString::fromStdString(chain_.Model().Str.HasFileName(FullFileName)));
+}
+
+void WindowsDisplay::EnableToChk() {
+    windows_.Errors.Get().EnableToChk();
 }

@@ -1,13 +1,13 @@
 // The display of a process with windows: the chain's refreshes reach the
-// main window, which comes into being unseen at its first use, and the
-// client's show, kill and dispose act on the real windows.
+// windows of its set, each of which comes into being unseen at its first
+// use, and the client's show, kill and dispose act on the real windows.
 #pragma once
 
-#include <QPointer>
 #include <functional>
 #include <string>
 
 #include "server/DisplayRefresh.h"
+#include "windows/WindowSet.h"
 
 class RecalcChain;
 class fMain;
@@ -22,16 +22,17 @@ class WindowsDisplay : public DisplayRefresh {
     WindowsDisplay(const WindowsDisplay&) = delete;
     WindowsDisplay& operator=(const WindowsDisplay&) = delete;
 
+    WindowSet& Windows() { return windows_; }
     // The main window, loaded unseen if it does not exist yet. A closed
     // main window is dropped, so the next use loads it again.
-    fMain& Main();
+    fMain& Main() { return windows_.Main.Get(); }
     // The main window if it is loaded, else null.
-    fMain* MainIfLoaded() const { return main_.data(); }
+    fMain* MainIfLoaded() const { return windows_.Main.IfLoaded(); }
 
-    // The windows of later work (calibration table, graphs, advanced
-    // figures) do not exist yet: their refreshes do nothing.
-    void DisplayCalPoints() override {}
+    void DisplayCalPoints() override;
     void UpdateGraph() override;
+    // The Graphical Error Analysis and the Advanced Features windows do
+    // not exist yet: their refreshes do nothing.
     void MakeGraph() override {}
     void DisplayData() override {}
     void ProcessPendingEvents() override;
@@ -40,9 +41,10 @@ class WindowsDisplay : public DisplayRefresh {
     void KillWindows() override;
     void DisposeAll() override;
     void FileNameChanged(const std::string& FullFileName) override;
+    void EnableToChk() override;
 
   private:
     RecalcChain& chain_;
     std::function<void()> endProcess_;
-    QPointer<fMain> main_;
+    WindowSet windows_;
 };

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 #include <cmath>
@@ -20,8 +21,11 @@
 #include "model/Solver.h"
 #include "server/DisplayRefresh.h"
 #include "server/RecalcChain.h"
+#include "windows/Controls.h"
 #include "windows/FileDialog.h"
 #include "windows/PictureBox.h"
+#include "windows/WindowSet.h"
+#include "windows/WindowsDisplay.h"
 #include "windows/fAbout.h"
 
 namespace {
@@ -32,19 +36,18 @@ QString Q(const std::string& s) {
 
 // A frame with a caption, or a plain frame for an empty caption.
 QGroupBox* Group(const QString& Caption, QWidget* parent) {
-    return new QGroupBox(Caption, parent);
+    return MakeFrame(Caption, parent);
 }
 
 QLabel* Label(const QString& Text, QWidget* parent, const char* Name = nullptr) {
-    auto* l = new QLabel(Text, parent);
-    if (Name) l->setObjectName(QString::fromLatin1(Name));
-    return l;
+    return MakeLabel(Text, parent, Name ? QString::fromLatin1(Name) : QString());
 }
 
-void SetTextColor(QLabel* l, long Color) {
-    QPalette pal = l->palette();
-    pal.setColor(QPalette::WindowText, ToQColor(Color));
-    l->setPalette(pal);
+// The display of a window over a model of its own, before its windows
+// install theirs.
+DisplayRefresh& NoWindows() {
+    static NoDisplay none;
+    return none;
 }
 
 // The filter list of the calibration file choosers.
@@ -55,30 +58,22 @@ std::string CalFileFilter() {
 
 }  // namespace
 
-// The refresh of a window over a model of its own: this window is the only
-// one there is to redraw.
-class fMain::OwnDisplay : public NoDisplay {
-  public:
-    explicit OwnDisplay(fMain& Window) : window_(Window) {}
-    void UpdateGraph() override { window_.UpdateGraph(); }
-    void ProcessPendingEvents() override { QCoreApplication::processEvents(); }
-
-  private:
-    fMain& window_;
-};
-
-fMain::fMain(RecalcChain& Chain, QWidget* parent)
-    : QMainWindow(parent), chain_(&Chain), s_(Chain.Model()) {
+fMain::fMain(WindowSet& Windows)
+    : QMainWindow(nullptr), windows_(Windows), chain_(&Windows.Chain()), s_(chain_->Model()) {
     Build();
 }
 
-fMain::fMain(ModelState& s, QWidget* parent)
-    : QMainWindow(parent),
-      ownDisplay_(std::make_unique<OwnDisplay>(*this)),
-      ownChain_(std::make_unique<RecalcChain>(s, *ownDisplay_)),
+fMain::fMain(ModelState& s)
+    : QMainWindow(nullptr),
+      ownChain_(std::make_unique<RecalcChain>(s, NoWindows())),
+      ownDisplay_(std::make_unique<WindowsDisplay>(*ownChain_, std::function<void()>())),
+      windows_(ownDisplay_->Windows()),
       chain_(ownChain_.get()),
       s_(s) {
+    ownChain_->SetDisplay(*ownDisplay_);
+    windows_.Main.Adopt(*this);
     Build();
+    FormLoad();
 }
 
 fMain::~fMain() = default;
@@ -89,7 +84,6 @@ void fMain::Build() {
     SetPendingEventsHook([] { QCoreApplication::processEvents(); });
     BuildControls();
     BuildMenus();
-    FormLoad();
 }
 
 bool fMain::DisplayEnabled() const {
@@ -105,11 +99,7 @@ void fMain::BuildControls() {
     central->setFixedSize(kInnerWidth, kInnerHeight);
     // Captions sit on the frame line, as on the classic desktop, so that the
     // five rows fit the fixed height round the 313-pixel plot.
-    central->setStyleSheet(QStringLiteral(
-        "QGroupBox { border: 1px solid palette(mid); border-radius: 2px;"
-        " margin-top: 7px; padding-top: 3px; }"
-        "QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top left;"
-        " left: 6px; padding: 0 2px; }"));
+    central->setStyleSheet(FrameStyleSheet());
     auto* top = new QVBoxLayout(central);
     top->setContentsMargins(4, 2, 4, 2);
     top->setSpacing(2);
@@ -125,8 +115,8 @@ void fMain::BuildControls() {
     auto* axisGrid = new QGridLayout(axis);
     axisGrid->setContentsMargins(4, 0, 4, 2);
     axisGrid->setVerticalSpacing(0);
-    lblErr[3] = Label(QString(), axis, "lblErr3");
-    lblErr[4] = Label(QString(), axis, "lblErr4");
+    lblErr[3] = Label(QString(), axis, "lblErr_3");
+    lblErr[4] = Label(QString(), axis, "lblErr_4");
     lblNorthDir = Label(QStringLiteral("to North"), axis, "lblNorthDir");
     lblWestDir = Label(QStringLiteral("to West"), axis, "lblWestDir");
     for (QLabel* l : {lblErr[3], lblErr[4]}) l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -215,10 +205,37 @@ void fMain::BuildControls() {
     errGrid->addWidget(lblMaxSelected, 2, 2, Qt::AlignRight);
     errGrid->setColumnStretch(1, 1);
     errGrid->setColumnStretch(2, 1);
-    top->addWidget(err);
+    auto* row5 = new QHBoxLayout;
+    row5->setSpacing(3);
+    row5->addWidget(err, 1);
+    row5->addLayout(BuildButtons(central));
+    top->addLayout(row5);
     top->addStretch(1);
 
     setCentralWidget(central);
+}
+
+// The buttons beside the pointing error, one above the other, each showing
+// the window that the View entry of the same meaning shows. Room is kept
+// for the Error Graph button above them.
+QLayout* fMain::BuildButtons(QWidget* Parent) {
+    auto* column = new QVBoxLayout;
+    column->setSpacing(1);
+    column->addStretch(1);
+    auto make = [this, Parent, column](const QString& Caption, const QString& Name,
+                                       std::function<void()> Show) {
+        auto* b = new QPushButton(Caption, Parent);
+        b->setObjectName(Name);
+        b->setFixedHeight(kButtonHeight);
+        connect(b, &QPushButton::clicked, this, std::move(Show));
+        column->addWidget(b);
+        return b;
+    };
+    cmdMountErrors = make(QStringLiteral("Mount Model"), QStringLiteral("cmdMountErrors"),
+                          [this] { windows_.Errors.Show(); });
+    cmdCalPoints = make(QStringLiteral("Cal Points"), QStringLiteral("cmdCalPoints"),
+                        [this] { windows_.CalPoints.Show(); });
+    return column;
 }
 
 void fMain::BuildMenus() {
@@ -234,11 +251,40 @@ void fMain::BuildMenus() {
         close();
     });
 
+    BuildViewMenu();
+
     // The development menu; the load switches it off for the operator.
     menuTest = menuBar()->addMenu(QStringLiteral("&Test"));
 
     menuAbout = menuBar()->addAction(QStringLiteral("&About"));
     connect(menuAbout, &QAction::triggered, this, [this] { ShowAbout(); });
+}
+
+// The View menu in its order; an entry whose window does not exist yet is
+// left out rather than shown doing nothing, and takes its place in the list
+// when the window comes.
+void fMain::BuildViewMenu() {
+    struct Entry {
+        const char* Name;
+        const char* Caption;
+        std::function<void()> Show;  // empty: no such window yet
+    };
+    const Entry entries[] = {
+        {"menu_setup", "&Parameters", {}},
+        {"menu_calstars", "&Calibration Points", [this] { windows_.CalPoints.Show(); }},
+        {"menu_mount", "&Mount Model", [this] { windows_.Errors.Show(); }},
+        {"menu_analysis", "&Graphical Error Analysis", {}},
+        {"menu_Advanced", "&Advanced Features...", {}},
+    };
+    menuView = menuBar()->addMenu(QStringLiteral("&View"));
+    for (const Entry& e : entries) {
+        if (!e.Show) continue;
+        QAction* a = menuView->addAction(QString::fromLatin1(e.Caption));
+        a->setObjectName(QString::fromLatin1(e.Name));
+        connect(a, &QAction::triggered, this, e.Show);
+    }
+    menu_calstars = menuView->findChild<QAction*>(QStringLiteral("menu_calstars"));
+    menu_mount = menuView->findChild<QAction*>(QStringLiteral("menu_mount"));
 }
 
 void fMain::FormLoad() {
@@ -250,9 +296,12 @@ void fMain::FormLoad() {
     setWindowTitle(Q(s_.Version));
     SetDisplayEnabled(true);
     UpdateGraph();
+    // This touch loads the Model Parameters window, unseen, if the graph
+    // did not already.
     for (int i = 3; i <= s_.NumTerms && i <= kNumTerms; ++i) {
         parameters_.lblErr[static_cast<size_t>(i)].clear();
     }
+    windows_.Errors.Get().ClearTermValues();
     lblFileName->clear();
     lblNorthDir->setVisible(false);
     lblWestDir->setVisible(false);
@@ -290,10 +339,12 @@ void fMain::DisplayErrors() {
     SetTextColor(lblSensitivity, m.SensitivityColor);
     lblSensitivity->setText(Q(m.lblSensitivity));
     lblNum->setText(Q(m.lblNum));
+    windows_.Errors.Get().ShowFigures(parameters_);
 }
 
 void fMain::UnloadAll() {
     LogLine("UnloadAll()");
+    windows_.UnloadAll();
     if (About) About->close();
     LogLine("UnloadAll finished");
 }

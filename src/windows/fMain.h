@@ -1,6 +1,7 @@
 // fMain, the operator's home window: the figures of the fit, the round sky
-// plot with its options, and the File menu. Clicking a dot in the plot takes
-// the point out of the fit or puts it back.
+// plot with its options, the File and View menus and the buttons that open
+// the other windows. Clicking a dot in the plot takes the point out of the
+// fit or puts it back.
 #pragma once
 
 #include <QMainWindow>
@@ -16,23 +17,26 @@ class RecalcChain;
 
 class QAction;
 class QLabel;
+class QLayout;
 class QMenu;
+class QPushButton;
 class QRadioButton;
 class PictureBox;
+class WindowSet;
+class WindowsDisplay;
 class fAbout;
 struct ModelState;
 
 class fMain : public QMainWindow {
     Q_OBJECT
   public:
-    // Builds the window and runs its load: the trace line, the Test menu
-    // switched off, InitModel unless a client started the process, the
-    // caption, the first plot. The window is not shown. Changes of the model
-    // go through Chain, whose refresh is expected to reach this window.
-    explicit fMain(RecalcChain& Chain, QWidget* parent = nullptr);
-    // A window over a model of its own: it keeps a chain whose refresh
-    // redraws this window alone.
-    explicit fMain(ModelState& s, QWidget* parent = nullptr);
+    // Builds the window of the set Windows with its controls, unseen; the
+    // set runs FormLoad. Changes of the model go through the set's chain,
+    // whose refresh is expected to reach this window.
+    explicit fMain(WindowSet& Windows);
+    // A window over a model of its own, loaded at once: it keeps a chain
+    // and a set of windows of its own, the same as the process has.
+    explicit fMain(ModelState& s);
     ~fMain() override;
 
     // Inner size of the window below the menu bar and side of picError,
@@ -40,12 +44,17 @@ class fMain : public QMainWindow {
     static constexpr int kInnerWidth = 325;
     static constexpr int kInnerHeight = 492;
     static constexpr int kPicErrorSize = 313;
+    // Height of the buttons of row 5, two or three of them beside the
+    // pointing error.
+    static constexpr int kButtonHeight = 18;
 
     // The flag of the chain: while false, a change of the model neither fits
     // nor redraws.
     bool DisplayEnabled() const;
     void SetDisplayEnabled(bool Enabled);
     RecalcChain& Chain() { return *chain_; }
+    // The windows of the process (or of this window's own model).
+    WindowSet& Windows() { return windows_; }
 
     // Both plots with their foreground GraphColor and the point positions
     // StarX and StarY of the last plot.
@@ -55,10 +64,14 @@ class fMain : public QMainWindow {
     // chain's CalibrateAndDisplay.
     std::function<void()> OnModelChanged;
 
+    // The load: the trace line, the Test menu switched off, InitModel
+    // unless a client started the process, the caption, the first plot, the
+    // Model Parameters window loaded unseen. The window is not shown.
+    void FormLoad();
+
     // Redraws picError with the chosen graph type, then DisplayErrors.
     void UpdateGraph();
-    // Writes every figure of this window and keeps those of the Model
-    // Parameters window.
+    // Writes every figure of this window and of the Model Parameters window.
     void DisplayErrors();
     // Closes the other windows.
     void UnloadAll();
@@ -102,6 +115,11 @@ class fMain : public QMainWindow {
     QAction* menu_OpenCal = nullptr;
     QAction* menu_SaveCalstarFile = nullptr;
     QAction* menu_exit = nullptr;
+    QMenu* menuView = nullptr;
+    QAction* menu_calstars = nullptr;
+    QAction* menu_mount = nullptr;
+    QPushButton* cmdMountErrors = nullptr;
+    QPushButton* cmdCalPoints = nullptr;
     QMenu* menuTest = nullptr;
     QAction* menuAbout = nullptr;
     fAbout* About = nullptr;
@@ -110,17 +128,18 @@ class fMain : public QMainWindow {
     void closeEvent(QCloseEvent* event) override;
 
   private:
-    class OwnDisplay;
     void Build();
     void BuildControls();
+    QLayout* BuildButtons(QWidget* Parent);
     void BuildMenus();
-    void FormLoad();
+    void BuildViewMenu();
     // A modal box with an OK button and no title of its own.
     void Message(const QString& Text);
 
     // Only a window over a model of its own owns these.
-    std::unique_ptr<OwnDisplay> ownDisplay_;
     std::unique_ptr<RecalcChain> ownChain_;
+    std::unique_ptr<WindowsDisplay> ownDisplay_;
+    WindowSet& windows_;
     RecalcChain* chain_;
     ModelState& s_;
     ModelParameterFigures parameters_;

@@ -350,7 +350,7 @@ class MainWindowTest : public QObject {
         QVERIFY(!w.isVisible());
     }
 
-    // The menus: File with its three entries, the hidden Test menu, About.
+    // The menus: File with its three entries, View, the hidden Test menu, About.
     void MenuBar() {
         auto s = FreshModel();
         fMain w(*s);
@@ -358,7 +358,7 @@ class MainWindowTest : public QObject {
         for (QAction* a : w.menuBar()->actions()) {
             if (a->isVisible()) top << a->text().remove('&');
         }
-        QCOMPARE(top, (QStringList{"File", "About"}));
+        QCOMPARE(top, (QStringList{"File", "View", "About"}));
         QCOMPARE(w.menu_OpenCal->text().remove('&'), QStringLiteral("Open Calibration..."));
         QCOMPARE(w.menu_SaveCalstarFile->text().remove('&'),
                  QStringLiteral("Save Calibration As..."));

@@ -1,0 +1,34 @@
+#include "windows/WindowSet.h"
+
+#include "files/WindowHooks.h"
+
+WindowSet::WindowSet(RecalcChain& Chain)
+    : chain_(Chain),
+      Main([this] { return new fMain(*this); }),
+      Errors([this] { return new fErrors(*this); }),
+      CalPoints([this] { return new fCalPoints(*this); }) {
+    // A loaded file shows its flags in the check boxes at once; the window
+    // comes into being for that if it does not exist yet.
+    previousHook_ = SetEnableToChkHook([this] { Errors.Get().EnableToChk(); });
+}
+
+WindowSet::~WindowSet() {
+    SetEnableToChkHook(std::move(previousHook_));
+}
+
+void WindowSet::UnloadAll() {
+    CalPoints.Close();
+    Errors.Close();
+}
+
+void WindowSet::KillWindows() {
+    CalPoints.Close();
+    Errors.Close();
+    Main.Close();
+}
+
+void WindowSet::CloseAll() {
+    CalPoints.Close();
+    Errors.Close();
+    Main.Close();
+}

@@ -2,36 +2,14 @@
 
 #include <cmath>
 #include <iomanip>
-#include <sstream>
 
+#include "app/ReportText.h"
+#include "model/FittedOffsets.h"
 #include "model/ModelState.h"
 #include "model/TermCaptions.h"
 #include "sky/NumberText.h"
 
 namespace {
-
-// What the report shows of a fitted model, in arcseconds where an angle.
-struct FitFigures {
-    double NorthTotal = 0;  // axis misalignment, radians
-    double WestTotal = 0;
-    double ThetaTotal = 0;  // encoder offsets, counts
-    double PhiTotal = 0;
-};
-
-// The totals the main window shows: the offsets and rotations plus the
-// small coefficients of terms 1 to 4 that the last solve left.
-FitFigures Totals(const ModelState& s) {
-    FitFigures f;
-    f.PhiTotal = s.TermCoef[1] + s.PhiEncOffset;
-    f.ThetaTotal = s.TermCoef[2] + s.ThetaEncOffset;
-    f.NorthTotal = s.TermCoef[3] + s.ErrorNorth;
-    f.WestTotal = s.TermCoef[4] + s.ErrorWest;
-    return f;
-}
-
-double Arcsec(const ModelState& s, double radians) {
-    return s.Math.RadToAS(radians);
-}
 
 // Encoder counts as the angle they turn the axis by, in arcseconds.
 double CountsToArcsec(const ModelState& s, double counts, double countsPerRev, double scale) {
@@ -43,55 +21,10 @@ std::string MountTypeText(const ModelState& s) {
     return s.IsGEM ? "German equatorial" : "equatorial fork";
 }
 
-std::string As(double arcsec, int decimals = 1) {
-    return RoundedText(arcsec, decimals) + "\"";
-}
-
-std::string JsonString(const std::string& text) {
-    std::string outText = "\"";
-    for (unsigned char c : text) {
-        switch (c) {
-            case '"':
-                outText += "\\\"";
-                break;
-            case '\\':
-                outText += "\\\\";
-                break;
-            case '\n':
-                outText += "\\n";
-                break;
-            case '\r':
-                outText += "\\r";
-                break;
-            case '\t':
-                outText += "\\t";
-                break;
-            default:
-                if (c < 0x20) {
-                    std::ostringstream hex;
-                    hex << "\\u" << std::hex << std::setw(4) << std::setfill('0')
-                        << static_cast<int>(c);
-                    outText += hex.str();
-                } else {
-                    outText += static_cast<char>(c);
-                }
-        }
-    }
-    return outText + "\"";
-}
-
-std::string JsonNumber(double x) {
-    return std::isfinite(x) ? NumberText(x) : "null";
-}
-
-std::string Padded(const std::string& text, size_t width) {
-    return text.size() >= width ? text : std::string(width - text.size(), ' ') + text;
-}
-
 }  // namespace
 
 void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostream& out) {
-    const FitFigures f = Totals(s);
+    const OffsetTotals f = FittedOffsets(s);
     out << s.Version << ": fit of " << fileName << "\n\n";
     out << "Site\n";
     out << "  Latitude            " << NumberText(s.Latitude) << " deg\n";
@@ -115,13 +48,13 @@ void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostre
     out << "  Max error           all " << As(Arcsec(s, s.MaxErrAll), 2) << ", selected "
         << As(Arcsec(s, s.MaxErrSel), 2) << "\n";
     out << "  Sensitivity         " << RoundedText(s.Sensitivity, 1) << "\n";
-    out << "  Axis misalignment   " << As(std::fabs(Arcsec(s, f.NorthTotal))) << " to "
-        << (f.NorthTotal >= 0 ? "North" : "South") << ", " << As(std::fabs(Arcsec(s, f.WestTotal)))
-        << " to " << (f.WestTotal >= 0 ? "West" : "East") << "\n";
-    out << "  Theta offset        " << NumberText(f.ThetaTotal) << " counts ("
-        << As(CountsToArcsec(s, f.ThetaTotal, s.ThetaCountsPerRev, s.ThetaSF)) << ")\n";
-    out << "  Phi offset          " << NumberText(f.PhiTotal) << " counts ("
-        << As(CountsToArcsec(s, f.PhiTotal, s.PhiCountsPerRev, s.PhiSF)) << ")\n\n";
+    out << "  Axis misalignment   " << As(std::fabs(Arcsec(s, f.North))) << " to "
+        << (f.North >= 0 ? "North" : "South") << ", " << As(std::fabs(Arcsec(s, f.West))) << " to "
+        << (f.West >= 0 ? "West" : "East") << "\n";
+    out << "  Theta offset        " << NumberText(f.ThetaCounts) << " counts ("
+        << As(CountsToArcsec(s, f.ThetaCounts, s.ThetaCountsPerRev, s.ThetaSF)) << ")\n";
+    out << "  Phi offset          " << NumberText(f.PhiCounts) << " counts ("
+        << As(CountsToArcsec(s, f.PhiCounts, s.PhiCountsPerRev, s.PhiSF)) << ")\n\n";
 
     out << "Active terms\n";
     for (int t = 5; t <= s.NumTerms; ++t) {
@@ -145,7 +78,7 @@ void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostre
 }
 
 void WriteFitReportJson(const ModelState& s, const std::string& fileName, std::ostream& out) {
-    const FitFigures f = Totals(s);
+    const OffsetTotals f = FittedOffsets(s);
     out << "{\n";
     out << "  \"version\": " << JsonString(s.Version) << ",\n";
     out << "  \"file\": " << JsonString(fileName) << ",\n";
@@ -168,13 +101,13 @@ void WriteFitReportJson(const ModelState& s, const std::string& fileName, std::o
     out << "  \"maxErrorAllArcsec\": " << JsonNumber(Arcsec(s, s.MaxErrAll)) << ",\n";
     out << "  \"maxErrorSelectedArcsec\": " << JsonNumber(Arcsec(s, s.MaxErrSel)) << ",\n";
     out << "  \"sensitivity\": " << JsonNumber(s.Sensitivity) << ",\n";
-    out << "  \"axisMisalignment\": {\"northArcsec\": " << JsonNumber(Arcsec(s, f.NorthTotal))
-        << ", \"westArcsec\": " << JsonNumber(Arcsec(s, f.WestTotal)) << "},\n";
-    out << "  \"encoderOffsets\": {\"thetaCounts\": " << JsonNumber(f.ThetaTotal)
-        << ", \"phiCounts\": " << JsonNumber(f.PhiTotal) << ", \"thetaArcsec\": "
-        << JsonNumber(CountsToArcsec(s, f.ThetaTotal, s.ThetaCountsPerRev, s.ThetaSF))
+    out << "  \"axisMisalignment\": {\"northArcsec\": " << JsonNumber(Arcsec(s, f.North))
+        << ", \"westArcsec\": " << JsonNumber(Arcsec(s, f.West)) << "},\n";
+    out << "  \"encoderOffsets\": {\"thetaCounts\": " << JsonNumber(f.ThetaCounts)
+        << ", \"phiCounts\": " << JsonNumber(f.PhiCounts) << ", \"thetaArcsec\": "
+        << JsonNumber(CountsToArcsec(s, f.ThetaCounts, s.ThetaCountsPerRev, s.ThetaSF))
         << ", \"phiArcsec\": "
-        << JsonNumber(CountsToArcsec(s, f.PhiTotal, s.PhiCountsPerRev, s.PhiSF)) << "},\n";
+        << JsonNumber(CountsToArcsec(s, f.PhiCounts, s.PhiCountsPerRev, s.PhiSF)) << "},\n";
     out << "  \"terms\": [";
     bool first = true;
     for (int t = 5; t <= s.NumTerms; ++t) {

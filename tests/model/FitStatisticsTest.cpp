@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ModelTestSupport.h"
+#include "model/CrossValidation.h"
 #include "model/FitStatistics.h"
 #include "model/Residuals.h"
 #include "model/Solver.h"
@@ -134,6 +135,33 @@ TEST(FitStatistics, DuplicatedPointsHalveTheInverse) {
             EXPECT_NEAR(y.Sigma * y.Sigma / (x.Sigma * x.Sigma), ratio, 1e-6) << "term " << x.Term;
         }
     }
+}
+
+// Each used point against a fit made from scratch without it, read from
+// ComputeResiduals as the error of a point out of use. One point carries
+// 60" more than the noise: it is the one outlier candidate.
+TEST(CrossValidation, MatchesARefitWithoutEachPoint) {
+    std::vector<SyntheticPoint> points = Points(SampleLikeMount(30, 3));
+    points[4].ThetaEnc += 60 * kArcsec;
+    const auto s = Fitted(points);
+    const CrossValidation cv = CrossValidate(*s);
+    ASSERT_EQ(cv.Points.size(), 30u);
+    double sum = 0;
+    for (size_t u = 0; u < cv.Points.size(); ++u) {
+        auto refit = modeltest::FreshModel();
+        AddSyntheticPoints(*refit, points);
+        refit->TermEnable = s->TermEnable;
+        refit->CalPoints[cv.Points[u]].Used = false;
+        Calibrate(*refit);
+        ComputeResiduals(*refit);
+        const double want = refit->CalPoints[cv.Points[u]].DistErr;
+        EXPECT_NEAR(cv.Errors[u], want, 1e-12) << "point " << cv.Points[u];
+        sum += want * want;
+    }
+    EXPECT_NEAR(cv.RMS, std::sqrt(sum / 30), 1e-12);
+    EXPECT_GT(cv.RMS, s->RMSErrSel);
+    EXPECT_EQ(cv.Outliers, std::vector<int16_t>{5});
+    EXPECT_EQ(cv.MaxPoint, 5);
 }
 
 }  // namespace

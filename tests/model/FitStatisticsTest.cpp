@@ -65,42 +65,59 @@ std::unique_ptr<ModelState> Fitted(const std::vector<SyntheticPoint>& points, in
 // the 3" of noise put in. Terms 9 and 12 are not in the mount: their
 // significance exceeds 3 in 0.27 % of runs. The means land on the truth
 // within 4 standard errors of a mean, plus 0.3" for the 1e-6 radians that
-// the fit's iteration may leave between the offsets and terms 1 to 4.
+// the fit's iteration may leave between the offsets and terms 1 to 4. The
+// sample correlation of the values of two terms scatters by
+// (1 - rho^2) / sqrt(R - 1), at most 0.011 for the pairs above 0.9: 0.05.
 TEST(FitStatistics, StandardErrorsMatchTheScatterOfNoisyRuns) {
     constexpr int kRuns = 200;
-    const SyntheticMount truth = SampleLikeMount(40, 1);
     const std::map<int, double> want = {{1, -1500}, {2, 720}, {3, 240},  {4, -150}, {5, 180},
                                         {9, 0},     {10, 40}, {11, -30}, {12, 0}};
-    std::map<int, double> sum, sumSq, sigmaSq;
+    std::map<int, std::vector<double>> values;  // arcseconds, run by run
+    std::map<int, double> sigmaSq;
     double varianceSum = 0;
     int large[47] = {};
+    FitStatistics f;
     for (uint32_t run = 1; run <= kRuns; ++run) {
-        SyntheticMount m = truth;
-        m.Seed = run;
-        const auto s = Fitted(Points(m));
-        const FitStatistics f = ComputeFitStatistics(*s);
+        f = ComputeFitStatistics(*Fitted(Points(SampleLikeMount(40, run))));
         ASSERT_EQ(f.NumFitted, 9);
         varianceSum += f.AxisSigma * f.AxisSigma;
         for (const TermStatistic& t : f.Terms) {
-            sum[t.Term] += t.Coef / kArcsec;
-            sumSq[t.Term] += t.Coef / kArcsec * (t.Coef / kArcsec);
+            values[t.Term].push_back(t.Coef / kArcsec);
             sigmaSq[t.Term] += t.Sigma / kArcsec * (t.Sigma / kArcsec);
             if (std::fabs(t.Significance) > 3) ++large[t.Term];
         }
     }
+    auto mean = [&](int t) {
+        double m = 0;
+        for (double v : values[t]) m += v / kRuns;
+        return m;
+    };
+    auto covariance = [&](int a, int b) {
+        double c = 0;
+        for (int r = 0; r < kRuns; ++r)
+            c += (values[a][r] - mean(a)) * (values[b][r] - mean(b)) / (kRuns - 1);
+        return c;
+    };
     for (const auto& [term, truthArcsec] : want) {
-        const double mean = sum[term] / kRuns;
-        const double scatter = std::sqrt((sumSq[term] - kRuns * mean * mean) / (kRuns - 1));
+        const double scatter = std::sqrt(covariance(term, term));
         const double predicted = std::sqrt(sigmaSq[term] / kRuns);
         EXPECT_NEAR(predicted / scatter, 1.0, 0.18)
             << "term " << term << ": scatter " << scatter << "\", standard error " << predicted;
-        EXPECT_NEAR(mean, truthArcsec, 4 * scatter / std::sqrt(kRuns) + 0.3) << "term " << term;
+        EXPECT_NEAR(mean(term), truthArcsec, 4 * scatter / std::sqrt(kRuns) + 0.3) << term;
         if (truthArcsec == 0)
             EXPECT_LE(large[term], 4) << "term " << term << " not in the mount";
         else
             EXPECT_EQ(large[term], kRuns) << "term " << term << " of the mount";
     }
     EXPECT_NEAR(std::sqrt(varianceSum / kRuns) / kArcsec, 3.0, 0.15);
+    const auto pairs = CorrelatedPairs(f, kListedCorrelation);
+    ASSERT_FALSE(pairs.empty());
+    for (const CorrelatedPair& p : pairs) {
+        const double sample =
+            covariance(p.TermA, p.TermB) /
+            std::sqrt(covariance(p.TermA, p.TermA) * covariance(p.TermB, p.TermB));
+        EXPECT_NEAR(p.Rho, sample, 0.05) << "terms " << p.TermA << " and " << p.TermB;
+    }
 }
 
 // Every point twice: the same solution from twice the normal matrix, so the

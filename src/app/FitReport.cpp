@@ -3,7 +3,9 @@
 #include <cmath>
 #include <iomanip>
 
+#include "app/FitNotes.h"
 #include "app/ReportText.h"
+#include "model/FitStatistics.h"
 #include "model/FittedOffsets.h"
 #include "model/ModelState.h"
 #include "model/TermCaptions.h"
@@ -25,6 +27,7 @@ std::string MountTypeText(const ModelState& s) {
 
 void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostream& out) {
     const OffsetTotals f = FittedOffsets(s);
+    const FitStatistics stats = ComputeFitStatistics(s);
     out << s.Version << ": fit of " << fileName << "\n\n";
     out << "Site\n";
     out << "  Latitude            " << NumberText(s.Latitude) << " deg\n";
@@ -62,7 +65,9 @@ void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostre
         out << "  [" << Padded(std::to_string(t), 2) << "] " << std::left << std::setw(56)
             << TermCaptionText(t) << std::right << Padded(As(Arcsec(s, s.TermCoef[t])), 10) << "\n";
     }
-    out << "\nPoints (errors in arcseconds, model minus measurement)\n";
+    out << "\n";
+    WriteFitNotes(s, MakeFitNotes(s, stats), out);
+    out << "Points (errors in arcseconds, model minus measurement)\n";
     out << "    #  Used  Name                    Dist       RA      Dec    Theta      Phi\n";
     for (int i = 1; i <= s.NumCalPoints; ++i) {
         const CalPoint& p = s.CalPoints[i];
@@ -79,6 +84,7 @@ void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostre
 
 void WriteFitReportJson(const ModelState& s, const std::string& fileName, std::ostream& out) {
     const OffsetTotals f = FittedOffsets(s);
+    const FitStatistics stats = ComputeFitStatistics(s);
     out << "{\n";
     out << "  \"version\": " << JsonString(s.Version) << ",\n";
     out << "  \"file\": " << JsonString(fileName) << ",\n";
@@ -120,6 +126,7 @@ void WriteFitReportJson(const ModelState& s, const std::string& fileName, std::o
         first = false;
     }
     out << (first ? "],\n" : "\n  ],\n");
+    WriteFitNotesJson(s, MakeFitNotes(s, stats), out);
     out << "  \"points\": [";
     for (int i = 1; i <= s.NumCalPoints; ++i) {
         const CalPoint& p = s.CalPoints[i];

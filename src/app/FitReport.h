@@ -8,7 +8,8 @@ struct ModelState;
 
 // Writes the site and mount settings, the point counts, the error figures,
 // the sensitivity, the axis misalignment in words, the encoder offsets, every
-// active term and a table of the points. Angles are in arcseconds.
+// active term, the enabled terms the fit left out and why, warnings of an
+// ill-conditioned fit, and a table of the points. Angles are in arcseconds.
 void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostream& out);
 
 // The same content as one JSON object.

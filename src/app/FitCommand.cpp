@@ -55,7 +55,7 @@ void ApplyTermChoice(ModelState& s, TermChoice choice) {
 }  // namespace
 
 std::string FitCommandHelp() {
-    return "usage: aztrue fit [--terms altaz|equatorial|all|none] [--json] FILE\n"
+    return "usage: aztrue fit [--terms altaz|equatorial|all|none] [--stats] [--json] FILE\n"
            "\n"
            "Loads the calibration file FILE, fits the pointing model to its points and\n"
            "prints the result: settings, error figures, axis misalignment, encoder\n"
@@ -65,6 +65,10 @@ std::string FitCommandHelp() {
            "  --terms SET   choose the correction terms before fitting instead of the\n"
            "                ones stored in the file: altaz, equatorial, all, or none\n"
            "                (none fits only the encoder offsets and axis misalignment)\n"
+           "  --stats       add the model quality: each term's standard error and\n"
+           "                significance, the population standard deviation, the\n"
+           "                cross-validated error (one more fit per used point), outlier\n"
+           "                candidates and strongly correlated terms\n"
            "  --json        print the same content as JSON\n"
            "  --help        show this text\n"
            "\n"
@@ -75,6 +79,7 @@ std::string FitCommandHelp() {
 int RunFitCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     TermChoice choice = TermChoice::FromFile;
     bool json = false;
+    bool stats = false;
     std::string file;
     for (size_t i = 0; i < args.size(); ++i) {
         const std::string& a = args[i];
@@ -83,6 +88,8 @@ int RunFitCommand(const std::vector<std::string>& args, std::ostream& out, std::
             return kFitOk;
         } else if (a == "--json") {
             json = true;
+        } else if (a == "--stats") {
+            stats = true;
         } else if (a == "--terms" || a.rfind("--terms=", 0) == 0) {
             std::string value;
             if (a == "--terms") {
@@ -130,8 +137,8 @@ int RunFitCommand(const std::vector<std::string>& args, std::ostream& out, std::
     Calibrate(*s);
     ComputeResiduals(*s);
     if (json)
-        WriteFitReportJson(*s, file, out);
+        WriteFitReportJson(*s, file, out, stats);
     else
-        WriteFitReport(*s, file, out);
+        WriteFitReport(*s, file, out, stats);
     return kFitOk;
 }

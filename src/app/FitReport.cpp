@@ -4,7 +4,9 @@
 #include <iomanip>
 
 #include "app/FitNotes.h"
+#include "app/ModelQualityReport.h"
 #include "app/ReportText.h"
+#include "model/CrossValidation.h"
 #include "model/FitStatistics.h"
 #include "model/FittedOffsets.h"
 #include "model/ModelState.h"
@@ -25,7 +27,8 @@ std::string MountTypeText(const ModelState& s) {
 
 }  // namespace
 
-void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostream& out) {
+void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostream& out,
+                    bool withStats) {
     const OffsetTotals f = FittedOffsets(s);
     const FitStatistics stats = ComputeFitStatistics(s);
     out << s.Version << ": fit of " << fileName << "\n\n";
@@ -67,6 +70,7 @@ void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostre
     }
     out << "\n";
     WriteFitNotes(s, MakeFitNotes(s, stats), out);
+    if (withStats) WriteModelQuality(s, stats, CrossValidate(s), out);
     out << "Points (errors in arcseconds, model minus measurement)\n";
     out << "    #  Used  Name                    Dist       RA      Dec    Theta      Phi\n";
     for (int i = 1; i <= s.NumCalPoints; ++i) {
@@ -82,7 +86,8 @@ void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostre
     }
 }
 
-void WriteFitReportJson(const ModelState& s, const std::string& fileName, std::ostream& out) {
+void WriteFitReportJson(const ModelState& s, const std::string& fileName, std::ostream& out,
+                        bool withStats) {
     const OffsetTotals f = FittedOffsets(s);
     const FitStatistics stats = ComputeFitStatistics(s);
     out << "{\n";
@@ -127,6 +132,7 @@ void WriteFitReportJson(const ModelState& s, const std::string& fileName, std::o
     }
     out << (first ? "],\n" : "\n  ],\n");
     WriteFitNotesJson(s, MakeFitNotes(s, stats), out);
+    if (withStats) WriteModelQualityJson(s, stats, CrossValidate(s), out);
     out << "  \"points\": [";
     for (int i = 1; i <= s.NumCalPoints; ++i) {
         const CalPoint& p = s.CalPoints[i];

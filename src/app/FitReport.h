@@ -10,7 +10,11 @@ struct ModelState;
 // the sensitivity, the axis misalignment in words, the encoder offsets, every
 // active term, the enabled terms the fit left out and why, warnings of an
 // ill-conditioned fit, and a table of the points. Angles are in arcseconds.
-void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostream& out);
+// With withStats also the model quality, whose cross-validation refits the
+// model once per used point.
+void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostream& out,
+                    bool withStats = false);
 
 // The same content as one JSON object.
-void WriteFitReportJson(const ModelState& s, const std::string& fileName, std::ostream& out);
+void WriteFitReportJson(const ModelState& s, const std::string& fileName, std::ostream& out,
+                        bool withStats = false);

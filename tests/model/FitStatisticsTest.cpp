@@ -1,10 +1,12 @@
 // The statistics of a fit against what least squares theory says, on an
-// imaginary mount with known errors and known noise.
+// imaginary mount with known errors and known noise; and which terms the
+// fit left out, against the fit itself.
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <map>
 #include <memory>
+#include <numeric>
 #include <vector>
 
 #include "ModelTestSupport.h"
@@ -13,6 +15,8 @@
 #include "model/Residuals.h"
 #include "model/Solver.h"
 #include "model/SyntheticCalibration.h"
+#include "model/TermSelection.h"
+#include "model/Terms.h"
 
 namespace {
 
@@ -88,9 +92,7 @@ TEST(FitStatistics, StandardErrorsMatchTheScatterOfNoisyRuns) {
         }
     }
     auto mean = [&](int t) {
-        double m = 0;
-        for (double v : values[t]) m += v / kRuns;
-        return m;
+        return std::accumulate(values[t].begin(), values[t].end(), 0.0) / kRuns;
     };
     auto covariance = [&](int a, int b) {
         double c = 0;
@@ -130,20 +132,15 @@ TEST(FitStatistics, DuplicatedPointsHalveTheInverse) {
     for (double countsPerRev : {kFullTurn, 1296000.0}) {
         const auto points = Points(SampleLikeMount(40, 7), countsPerRev);
         const auto once = Fitted(points, 1, countsPerRev);
-        const auto twice = Fitted(points, 2, countsPerRev);
         const FitStatistics a = ComputeFitStatistics(*once);
-        const FitStatistics b = ComputeFitStatistics(*twice);
+        const FitStatistics b = ComputeFitStatistics(*Fitted(points, 2, countsPerRev));
         ASSERT_EQ(a.NumFitted, b.NumFitted);
-        const int N = a.NumUsed;
         const int k = a.NumFitted;
-        const double ratio = (2.0 * N - k) / (4.0 * N - k);
-        for (const auto& [f, s] : {std::pair{&a, once.get()}, std::pair{&b, twice.get()}}) {
-            double largest = 0;
-            for (int i = 1; i <= k; ++i)
-                for (int j = 1; j <= k; ++j)
-                    largest = std::fmax(largest, std::fabs(f->Inverse[i][j]));
-            EXPECT_NEAR(largest / s->Sensitivity, 1.0, 1e-9) << countsPerRev;
-        }
+        const double ratio = (2.0 * a.NumUsed - k) / (4.0 * a.NumUsed - k);
+        double largest = 0;
+        for (int i = 1; i <= k; ++i)
+            for (int j = 1; j <= k; ++j) largest = std::fmax(largest, std::fabs(a.Inverse[i][j]));
+        EXPECT_NEAR(largest / once->Sensitivity, 1.0, 1e-9) << countsPerRev;
         for (int i = 0; i < k; ++i) {
             const TermStatistic& x = a.Terms[i];
             const TermStatistic& y = b.Terms[i];
@@ -179,6 +176,38 @@ TEST(CrossValidation, MatchesARefitWithoutEachPoint) {
     EXPECT_GT(cv.RMS, s->RMSErrSel);
     EXPECT_EQ(cv.Outliers, std::vector<int16_t>{5});
     EXPECT_EQ(cv.MaxPoint, 5);
+}
+
+// Which enabled terms a fit left out and why, checked against the fit
+// itself: with MaxSensitivity raised to the least refused Sensitivity the
+// ladder keeps that term set; just below it, what it kept before.
+int HighestActive(const ModelState& s) {
+    int t = 0;
+    for (int i = 1; i <= s.NumTerms; ++i)
+        if (s.TermActive[i]) t = i;
+    return t;
+}
+
+TEST(TermSelection, NamesTooFewPointsAndTheRefusedSensitivity) {
+    auto s = modeltest::FreshModel();
+    AddSyntheticPoints(*s, Points(SampleLikeMount(12, 1)));  // allow terms up to 24
+    EnableAll(*s);
+    Calibrate(*s);
+    const TermSelection sel = ExplainTermSelection(*s);
+    EXPECT_EQ(sel.AllowedMaxTerm, 24);
+    ASSERT_EQ(sel.TooFewPoints.size(), 22u);  // 25 to 46
+    EXPECT_EQ(sel.TooFewPoints.front(), 25);
+    ASSERT_FALSE(sel.Dropped.empty());
+    EXPECT_EQ(sel.Dropped.front(), HighestActive(*s) + 1);
+    EXPECT_EQ(sel.Dropped.back(), 24);
+    EXPECT_GT(sel.RefusedSensitivity, s->MaxSensitivity);
+    for (double factor : {1.0, 1 - 1e-9}) {
+        auto raised = std::make_unique<ModelState>(*s);
+        raised->MaxSensitivity = sel.RefusedSensitivity * factor;
+        Calibrate(*raised);
+        const int want = factor == 1.0 ? sel.RefusedMaxTerm : HighestActive(*s);
+        EXPECT_EQ(HighestActive(*raised), want) << "MaxSensitivity " << raised->MaxSensitivity;
+    }
 }
 
 }  // namespace

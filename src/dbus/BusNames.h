@@ -13,5 +13,7 @@ inline constexpr char kFactoryInterface[] = "com.brightfold.AZTSERVR.Factory";
 inline constexpr char kObjectPathPrefix[] = "/com/brightfold/AZTSERVR/cAztrue/";
 // The interface of every object, after the class's default interface.
 inline constexpr char kObjectInterface[] = "com.brightfold.AZTSERVR._cAztrue";
+// The second interface of every object: the statistics of the fit.
+inline constexpr char kStatisticsInterface[] = "com.brightfold.AZTSERVR.Statistics";
 
 }  // namespace AztrueBus

@@ -6,6 +6,7 @@
 #include <QMetaObject>
 #include <vector>
 
+#include "StatisticsAdaptor.h"
 #include "cAztrueAdaptor.h"
 #include "dbus/BusNames.h"
 #include "dbus/PropertiesAdaptor.h"
@@ -23,9 +24,10 @@ QDBusObjectPath FactoryService::CreateObject() {
     const QString path =
         QString::fromLatin1(AztrueBus::kObjectPathPrefix) + QString::number(created_ + 1);
     auto* object = new cAztrueService(this);
-    // The object's interface, and the property interface that guards its
-    // writes.
+    // The object's interface, the property interface that guards its
+    // writes, and the statistics interface.
     new PropertiesAdaptor(object, new cAztrueAdaptor(object));
+    new StatisticsAdaptor(object);
     if (!bus_.registerObject(path, object, QDBusConnection::ExportAdaptors)) {
         // Cannot happen while paths are unique; the creation has run all the
         // same, so the object is ended like any released one.

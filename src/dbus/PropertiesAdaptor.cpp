@@ -35,6 +35,12 @@ bool PropertiesAdaptor::KnownInterface(const QString& InterfaceName) {
 }
 
 int PropertiesAdaptor::FindProperty(const QString& InterfaceName, const QString& PropertyName) {
+    if (InterfaceName == QLatin1String(AztrueBus::kStatisticsInterface)) {
+        Refuse(
+            QDBusError::UnknownProperty,
+            QStringLiteral("No property '%1' in interface '%2'").arg(PropertyName, InterfaceName));
+        return -1;
+    }
     if (!KnownInterface(InterfaceName)) return -1;
     const QMetaObject* meta = interface_->metaObject();
     const int index = meta->indexOfProperty(PropertyName.toUtf8().constData());
@@ -56,6 +62,8 @@ QDBusVariant PropertiesAdaptor::Get(const QString& interface_name, const QString
 
 QVariantMap PropertiesAdaptor::GetAll(const QString& interface_name) {
     QVariantMap all;
+    // The statistics interface has methods only.
+    if (interface_name == QLatin1String(AztrueBus::kStatisticsInterface)) return all;
     if (!KnownInterface(interface_name)) return all;
     const QMetaObject* meta = interface_->metaObject();
     for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i) {

@@ -6,6 +6,7 @@
 #include "model/ModelState.h"
 #include "server/ServerProcess.h"
 #include "server/cAztrue.h"
+#include "server/cAztrueStatistics.h"
 
 namespace {
 
@@ -24,7 +25,9 @@ constexpr double kLargestClockSecond = 1e9;
 }  // namespace
 
 cAztrueService::cAztrueService(QObject* Parent)
-    : QObject(Parent), object_(std::make_unique<cAztrue>()) {}
+    : QObject(Parent),
+      object_(std::make_unique<cAztrue>()),
+      statistics_(std::make_unique<cAztrueStatistics>()) {}
 
 cAztrueService::~cAztrueService() = default;
 

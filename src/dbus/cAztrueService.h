@@ -1,6 +1,8 @@
 // One automation object on the bus: a plain service object that owns a
 // cAztrue and serves it through the adaptor generated from the interface
-// description (com.brightfold.AZTSERVR._cAztrue.xml). Properties and
+// description (com.brightfold.AZTSERVR._cAztrue.xml), and beside it a
+// cAztrueStatistics over the same model, served through the adaptor of
+// com.brightfold.AZTSERVR.Statistics.xml. Properties and
 // methods take the D-Bus types (s QString, d double, n short, b bool) and
 // pass them on unchanged; what the bus adds is the refusal of bad input:
 // a double argument that is not a finite number gets InvalidArgs and
@@ -10,6 +12,7 @@
 
 #include <QDBusContext>
 #include <QDBusError>
+#include <QList>
 #include <QObject>
 #include <QString>
 #include <initializer_list>
@@ -17,6 +20,7 @@
 #include <utility>
 
 class cAztrue;
+class cAztrueStatistics;
 
 class cAztrueService : public QObject, protected QDBusContext {
     Q_OBJECT
@@ -152,6 +156,12 @@ class cAztrueService : public QObject, protected QDBusContext {
     // The client lets go of the object; the factory ends it.
     void Release();
 
+    // The statistics interface, in the adaptor's form. A Limit that is not
+    // a finite number gets InvalidArgs.
+    QList<short> GetTermStatistics(QList<double>& Coef, QList<double>& Sigma);
+    double GetCrossValidatedErrors(double& Max);
+    QList<short> GetCorrelations(double Limit, QList<short>& TermB, QList<double>& Rho);
+
     // Answers the call being served with an error instead of its reply.
     void RefuseCall(QDBusError::ErrorType Type, const QString& Message);
 
@@ -165,4 +175,5 @@ class cAztrueService : public QObject, protected QDBusContext {
     bool AllFinite(const char* Member, std::initializer_list<NamedValue> Values);
 
     std::unique_ptr<cAztrue> object_;
+    std::unique_ptr<cAztrueStatistics> statistics_;
 };

@@ -41,7 +41,6 @@ TEST(FitReportOffsets, ArcsecondsHoldForAnyCountsPerTurn) {
         SyntheticMount m;
         m.ThetaEncOffset = c.thetaCounts;
         m.PhiEncOffset = c.phiCounts;
-        m.ErrorNorth = 100 * 3.141592654 / 648000;
         m.NoiseRMS = 3.141592654 / 648000;
         AddSyntheticPoints(*s, MakeSyntheticPoints(*s, m));
         const std::string file = ::testing::TempDir() + "offsets.AZT";

@@ -4,9 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QDBusArgument>
-#include <QDBusConnection>
 #include <QDBusError>
-#include <QDBusMessage>
 #include <QTemporaryDir>
 #include <limits>
 #include <memory>
@@ -29,7 +27,6 @@ TEST(StatisticsInterface, AnswersWithItsTypesAndTheInProcessValues) {
     ServerProcess server(documents.path());
     ASSERT_TRUE(server.Started()) << server.Failure().toStdString();
     BusObject object(QDBusConnection::sessionBus(), server.UniqueName());
-    ASSERT_TRUE(object.Valid());
     auto s = std::make_unique<ModelState>();
     InitModel(*s);
     s->ThetaCountsPerRev = s->PhiCountsPerRev = kSequenceCountsPerRev;

@@ -60,18 +60,14 @@ std::unique_ptr<ModelState> Fitted(const std::vector<SyntheticPoint>& points, in
     return s;
 }
 
-// 200 runs that differ only in their noise. The sample standard deviation
-// of R values scatters about the true one by 1/sqrt(2(R - 1)), 5.0 % here;
-// the tolerance of 18 % is 3.5 times that, while standard errors counted
-// with three free components per point instead of two would be 26 % low.
-// The mean residual variance per axis has 2N - k = 71 degrees of freedom
-// per run, so it scatters by sqrt(2 / (71 x 200)) = 1.2 %: within 5 % of
-// the 3" of noise put in. Terms 9 and 12 are not in the mount: their
-// significance exceeds 3 in 0.27 % of runs. The means land on the truth
-// within 4 standard errors of a mean, plus 0.3" for the 1e-6 radians that
-// the fit's iteration may leave between the offsets and terms 1 to 4. The
-// sample correlation of the values of two terms scatters by
-// (1 - rho^2) / sqrt(R - 1), at most 0.011 for the pairs above 0.9: 0.05.
+// 200 runs that differ only in their noise; R values scatter about the true
+// spread by 1/sqrt(2(R - 1)) = 5 %: standard errors within 18 % (3.5 times
+// that; with three free components per point they would be 26 % low). The
+// variance per axis, 71 degrees of freedom a run, within 5 % of the 3" put
+// in (4 times its 1.2 %). Terms 9 and 12, not in the mount, exceed 3
+// standard errors in 0.27 % of runs. Means within 4 standard errors of a
+// mean plus 0.3" (the 1e-6 radians the fit's iteration may leave). Sample
+// correlations scatter by (1 - rho^2) / sqrt(R - 1) <= 0.011 here: 0.05.
 TEST(FitStatistics, StandardErrorsMatchTheScatterOfNoisyRuns) {
     constexpr int kRuns = 200;
     const std::map<int, double> want = {{1, -1500}, {2, 720}, {3, 240},  {4, -150}, {5, 180},

@@ -47,9 +47,9 @@ double PopulationStandardDeviation(double RMS, int N, int k) {
 // The normal equations are summed as the solver sums them, in the same
 // order: for each used point in table order, T the star in the mount frame,
 // P the nominal pointing of its encoders and B the model's term basis there,
-// A(i, j) gains B(ti, c) B(tj, c) for the components c = 1, 2, 3. The residual of a
-// point is T - P - sum of TermCoef(ti) B(ti), the very vector whose squares
-// the fit minimised.
+// A(i, j) gains B(ti, c) B(tj, c) for the components c = 1, 2, 3. The
+// residual of a point is T - P - sum of TermCoef(ti) B(ti), the very vector
+// whose squares the fit minimised.
 //
 // Degrees of freedom: T and P are unit vectors and every basis vector is at
 // right angles to P, so a residual lies in the plane across the pointing (to

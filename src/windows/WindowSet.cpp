@@ -6,7 +6,9 @@ WindowSet::WindowSet(RecalcChain& Chain)
     : chain_(Chain),
       Main([this] { return new fMain(*this); }),
       Errors([this] { return new fErrors(*this); }),
-      CalPoints([this] { return new fCalPoints(*this); }) {
+      CalPoints([this] { return new fCalPoints(*this); }),
+      Setup([this] { return new fSetup(*this); }),
+      Advanced([this] { return new fAdvanced(*this); }) {
     // A loaded file shows its flags in the check boxes at once; the window
     // comes into being for that if it does not exist yet.
     previousHook_ = SetEnableToChkHook([this] { Errors.Get().EnableToChk(); });
@@ -17,18 +19,24 @@ WindowSet::~WindowSet() {
 }
 
 void WindowSet::UnloadAll() {
+    Setup.Close();
     CalPoints.Close();
     Errors.Close();
+    Advanced.Close();
 }
 
 void WindowSet::KillWindows() {
+    Advanced.Close();
     CalPoints.Close();
     Errors.Close();
     Main.Close();
+    Setup.Close();
 }
 
 void WindowSet::CloseAll() {
+    Advanced.Close();
     CalPoints.Close();
     Errors.Close();
     Main.Close();
+    Setup.Close();
 }

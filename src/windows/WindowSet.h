@@ -12,9 +12,11 @@
 #include <functional>
 
 #include "windows/LazyWindow.h"
+#include "windows/fAdvanced.h"
 #include "windows/fCalPoints.h"
 #include "windows/fErrors.h"
 #include "windows/fMain.h"
+#include "windows/fSetup.h"
 
 class RecalcChain;
 
@@ -37,6 +39,8 @@ class WindowSet {
     LazyWindow<fMain> Main;
     LazyWindow<fErrors> Errors;
     LazyWindow<fCalPoints> CalPoints;
+    LazyWindow<fSetup> Setup;
+    LazyWindow<fAdvanced> Advanced;
 
     // The main window's unload: fSetup, fCalPoints, fAnalysis, fErrors,
     // fAdvanced, fTest, fVirtualScope (fAbout belongs to the main window).

@@ -19,6 +19,10 @@ void WindowsDisplay::UpdateGraph() {
     Main().UpdateGraph();
 }
 
+void WindowsDisplay::DisplayData() {
+    windows_.Advanced.Get().DisplayData();
+}
+
 void WindowsDisplay::ProcessPendingEvents() {
     QCoreApplication::processEvents();
 }

@@ -31,10 +31,10 @@ class WindowsDisplay : public DisplayRefresh {
 
     void DisplayCalPoints() override;
     void UpdateGraph() override;
-    // The Graphical Error Analysis and the Advanced Features windows do
-    // not exist yet: their refreshes do nothing.
+    // The Graphical Error Analysis window does not exist yet: its refresh
+    // does nothing.
     void MakeGraph() override {}
-    void DisplayData() override {}
+    void DisplayData() override;
     void ProcessPendingEvents() override;
 
     void ShowMain() override;

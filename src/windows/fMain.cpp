@@ -270,11 +270,11 @@ void fMain::BuildViewMenu() {
         std::function<void()> Show;  // empty: no such window yet
     };
     const Entry entries[] = {
-        {"menu_setup", "&Parameters", {}},
+        {"menu_setup", "&Parameters", [this] { windows_.Setup.Show(); }},
         {"menu_calstars", "&Calibration Points", [this] { windows_.CalPoints.Show(); }},
         {"menu_mount", "&Mount Model", [this] { windows_.Errors.Show(); }},
         {"menu_analysis", "&Graphical Error Analysis", {}},
-        {"menu_Advanced", "&Advanced Features...", {}},
+        {"menu_Advanced", "&Advanced Features...", [this] { windows_.Advanced.Show(); }},
     };
     menuView = menuBar()->addMenu(QStringLiteral("&View"));
     for (const Entry& e : entries) {

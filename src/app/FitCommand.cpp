@@ -1,13 +1,17 @@
 #include "app/FitCommand.h"
 
+#include <charconv>
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <optional>
 
 #include "app/FitReport.h"
+#include "app/ScaleSearchReport.h"
 #include "files/CalFile.h"
 #include "model/ModelState.h"
 #include "model/Residuals.h"
+#include "model/ScaleSearch.h"
 #include "model/Solver.h"
 #include "model/Terms.h"
 
@@ -52,10 +56,35 @@ void ApplyTermChoice(ModelState& s, TermChoice choice) {
     }
 }
 
+// Whether args[i] is the option Name, as "--name VALUE" or "--name=VALUE".
+// Value is the option's value, or nothing when it has none.
+bool IsOption(const std::vector<std::string>& args, size_t& i, const std::string& Name,
+              std::optional<std::string>& Value) {
+    const std::string& a = args[i];
+    Value.reset();
+    if (a.rfind(Name + "=", 0) == 0) {
+        Value = a.substr(Name.size() + 1);
+    } else if (a != Name) {
+        return false;
+    } else if (i + 1 < args.size()) {
+        Value = args[++i];
+    }
+    return true;
+}
+
+// A seed is a whole number that fits 32 bits, digits only.
+bool ParseSeed(const std::string& text, uint32_t& seed) {
+    const char* end = text.data() + text.size();
+    const auto [stop, ec] = std::from_chars(text.data(), end, seed);
+    return !text.empty() && ec == std::errc() && stop == end;
+}
+
 }  // namespace
 
 std::string FitCommandHelp() {
     return "usage: aztrue fit [--terms altaz|equatorial|all|none] [--stats] [--json] FILE\n"
+           "       aztrue fit --scale-search [--seed N] [--save OUT.AZT] [--terms SET] [--stats]\n"
+           "                  [--json] FILE\n"
            "\n"
            "Loads the calibration file FILE, fits the pointing model to its points and\n"
            "prints the result: settings, error figures, axis misalignment, encoder\n"
@@ -70,19 +99,34 @@ std::string FitCommandHelp() {
            "                cross-validated error (one more fit per used point), outlier\n"
            "                candidates and strongly correlated terms\n"
            "  --json        print the same content as JSON\n"
+           "  --scale-search\n"
+           "                before the fit, search for the encoders' scale factors that\n"
+           "                the linear fit cannot find (random steps of at most 1/20000,\n"
+           "                kept when the RMS error of the used points falls, until 61\n"
+           "                in a row fail); the report gives the factors found before\n"
+           "                the points\n"
+           "  --seed N      start the search's random numbers from N (0 to 4294967295,\n"
+           "                default 5489, the program's own); the same seed gives the\n"
+           "                same result\n"
+           "  --save OUT    write the calibration with the new factors to OUT\n"
            "  --help        show this text\n"
            "\n"
            "Exit status: 0 on success, 2 for a usage error or a file that cannot be\n"
-           "read, 3 for a file that is not a valid calibration file. The file is only read.\n";
+           "read, 3 for a file that is not a valid calibration file, 4 when OUT cannot\n"
+           "be written. FILE is only read; only --save writes, and only to OUT.\n";
 }
 
 int RunFitCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     TermChoice choice = TermChoice::FromFile;
     bool json = false;
     bool stats = false;
+    bool search = false;
+    ScaleSearchReport report;
+    std::optional<uint32_t> seed;
     std::string file;
     for (size_t i = 0; i < args.size(); ++i) {
         const std::string& a = args[i];
+        std::optional<std::string> value;
         if (a == "--help" || a == "-h") {
             out << FitCommandHelp();
             return kFitOk;
@@ -90,22 +134,30 @@ int RunFitCommand(const std::vector<std::string>& args, std::ostream& out, std::
             json = true;
         } else if (a == "--stats") {
             stats = true;
-        } else if (a == "--terms" || a.rfind("--terms=", 0) == 0) {
-            std::string value;
-            if (a == "--terms") {
-                if (i + 1 >= args.size()) {
-                    err << "aztrue fit: --terms needs a value: altaz, equatorial, all or none\n";
-                    return kFitUsageError;
-                }
-                value = args[++i];
-            } else {
-                value = a.substr(8);
+        } else if (a == "--scale-search") {
+            search = true;
+        } else if (IsOption(args, i, "--terms", value)) {
+            if (!value) {
+                err << "aztrue fit: --terms needs a value: altaz, equatorial, all or none\n";
+                return kFitUsageError;
             }
-            if (!ParseTermChoice(value, choice)) {
-                err << "aztrue fit: unknown term set \"" << value
+            if (!ParseTermChoice(*value, choice)) {
+                err << "aztrue fit: unknown term set \"" << *value
                     << "\"; use altaz, equatorial, all or none\n";
                 return kFitUsageError;
             }
+        } else if (IsOption(args, i, "--seed", value)) {
+            seed.emplace();
+            if (!value || !ParseSeed(*value, *seed)) {
+                err << "aztrue fit: --seed needs a whole number from 0 to 4294967295\n";
+                return kFitUsageError;
+            }
+        } else if (IsOption(args, i, "--save", value)) {
+            if (!value || value->empty()) {
+                err << "aztrue fit: --save needs the name of the file to write\n";
+                return kFitUsageError;
+            }
+            report.SavedTo = *value;
         } else if (a.size() > 1 && a[0] == '-') {
             err << "aztrue fit: unknown option \"" << a << "\"\n" << FitCommandHelp();
             return kFitUsageError;
@@ -115,6 +167,10 @@ int RunFitCommand(const std::vector<std::string>& args, std::ostream& out, std::
             err << "aztrue fit: only one calibration file can be fitted at a time\n";
             return kFitUsageError;
         }
+    }
+    if (!search && (seed || !report.SavedTo.empty())) {
+        err << "aztrue fit: --seed and --save go with --scale-search\n";
+        return kFitUsageError;
     }
     if (file.empty()) {
         err << "aztrue fit: no calibration file given\n" << FitCommandHelp();
@@ -134,11 +190,22 @@ int RunFitCommand(const std::vector<std::string>& args, std::ostream& out, std::
     }
     s->FullFileName = file;
     ApplyTermChoice(*s, choice);
-    Calibrate(*s);
-    ComputeResiduals(*s);
+    if (!search) {
+        Calibrate(*s);
+        ComputeResiduals(*s);
+    } else {
+        report.Seed = seed.value_or(SearchRandom::kDefaultSeed);
+        SearchRandom random(report.Seed);
+        report.Result = RunScaleSearch(*s, random);
+        if (!report.SavedTo.empty() && !SaveCalFile(*s, report.SavedTo)) {
+            err << "aztrue fit: unable to save the calibration to \"" << report.SavedTo << "\"\n";
+            return kFitSaveError;
+        }
+    }
+    const ScaleSearchReport* searched = search ? &report : nullptr;
     if (json)
-        WriteFitReportJson(*s, file, out, stats);
+        WriteFitReportJson(*s, file, out, stats, searched);
     else
-        WriteFitReport(*s, file, out, stats);
+        WriteFitReport(*s, file, out, stats, searched);
     return kFitOk;
 }

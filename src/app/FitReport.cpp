@@ -6,6 +6,7 @@
 #include "app/FitNotes.h"
 #include "app/ModelQualityReport.h"
 #include "app/ReportText.h"
+#include "app/ScaleSearchReport.h"
 #include "model/CrossValidation.h"
 #include "model/FitStatistics.h"
 #include "model/FittedOffsets.h"
@@ -28,7 +29,7 @@ std::string MountTypeText(const ModelState& s) {
 }  // namespace
 
 void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostream& out,
-                    bool withStats) {
+                    bool withStats, const ScaleSearchReport* Search) {
     const OffsetTotals f = FittedOffsets(s);
     const FitStatistics stats = ComputeFitStatistics(s);
     out << s.Version << ": fit of " << fileName << "\n\n";
@@ -70,6 +71,7 @@ void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostre
     }
     out << "\n";
     WriteFitNotes(s, MakeFitNotes(s, stats), out);
+    if (Search) WriteScaleSearch(s, *Search, out);
     if (withStats) WriteModelQuality(s, stats, CrossValidate(s), out);
     out << "Points (errors in arcseconds, model minus measurement)\n";
     out << "    #  Used  Name                    Dist       RA      Dec    Theta      Phi\n";
@@ -87,7 +89,7 @@ void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostre
 }
 
 void WriteFitReportJson(const ModelState& s, const std::string& fileName, std::ostream& out,
-                        bool withStats) {
+                        bool withStats, const ScaleSearchReport* Search) {
     const OffsetTotals f = FittedOffsets(s);
     const FitStatistics stats = ComputeFitStatistics(s);
     out << "{\n";
@@ -132,6 +134,7 @@ void WriteFitReportJson(const ModelState& s, const std::string& fileName, std::o
     }
     out << (first ? "],\n" : "\n  ],\n");
     WriteFitNotesJson(s, MakeFitNotes(s, stats), out);
+    if (Search) WriteScaleSearchJson(s, *Search, out);
     if (withStats) WriteModelQualityJson(s, stats, CrossValidate(s), out);
     out << "  \"points\": [";
     for (int i = 1; i <= s.NumCalPoints; ++i) {

@@ -14,7 +14,8 @@ void Usage(std::ostream& out) {
     out << "usage: aztrue --automation\n"
            "       aztrue [FILE.AZT]\n"
            "       aztrue --version\n"
-           "       aztrue fit [--terms altaz|equatorial|all|none] [--json] FILE\n";
+           "       aztrue fit [--terms altaz|equatorial|all|none] [--json] FILE\n"
+           "       aztrue fit --scale-search [--seed N] [--save OUT.AZT] FILE\n";
 }
 
 }  // namespace

@@ -123,6 +123,19 @@ void cPicture::Print(double X, double Y, const std::string& Text) {
     p.drawText(QPoint(ToPixel(X), ToPixel(Y) + fm.ascent()), QString::fromStdString(Text));
 }
 
+void cPicture::PrintTurned(double X, double Y, const std::string& Text, const QFont& Font,
+                           double Degrees) {
+    QFont f = Font;
+    f.setStyleStrategy(QFont::NoAntialias);
+    QPainter p(&image_);
+    p.setRenderHint(QPainter::TextAntialiasing, false);
+    p.setFont(f);
+    p.setPen(ToQColor(ForeColor));
+    p.translate(ToPixel(X), ToPixel(Y));
+    p.rotate(-Degrees);  // Qt turns clockwise on the screen
+    p.drawText(QPoint(0, p.fontMetrics().ascent()), QString::fromStdString(Text));
+}
+
 int cPicture::TextWidth(const std::string& Text) const {
     return QFontMetrics(font_).horizontalAdvance(QString::fromStdString(Text));
 }

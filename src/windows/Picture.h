@@ -1,7 +1,8 @@
 // cPicture: a picture with a pixel scale, the drawing surface of the plots.
 // It holds a QImage and offers the operations the plots are written in:
-// clear, line, circle, set pixel, read pixel, text at a position, text width
-// and height. Colours are whole numbers red + 256 * green + 65536 * blue.
+// clear, line, circle, set pixel, read pixel, text at a position (also
+// turned, in a font of its own), text width and height. Colours are whole
+// numbers red + 256 * green + 65536 * blue.
 //
 // Lines and circles are rasterised here pixel by pixel (Bresenham line,
 // midpoint circle) instead of with QPainter: the aliased QPainter path
@@ -53,6 +54,11 @@ class cPicture {
 
     // Text in ForeColor with its top left corner at (X, Y).
     void Print(double X, double Y, const std::string& Text);
+    // Text in ForeColor and in Font (without anti-aliasing), turned by
+    // Degrees counter-clockwise round (X, Y), the top left corner of the
+    // text before it is turned.
+    void PrintTurned(double X, double Y, const std::string& Text, const QFont& Font,
+                     double Degrees);
     int TextWidth(const std::string& Text) const;
     int TextHeight(const std::string& Text) const;
 

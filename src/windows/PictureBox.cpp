@@ -3,11 +3,18 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-PictureBox::PictureBox(int OuterSize, QWidget* parent)
-    : QFrame(parent), picture_(OuterSize - 2 * kBorder, OuterSize - 2 * kBorder) {
+PictureBox::PictureBox(int OuterSize, QWidget* parent) : PictureBox(OuterSize, OuterSize, parent) {}
+
+PictureBox::PictureBox(int OuterWidth, int OuterHeight, QWidget* parent)
+    : QFrame(parent), picture_(OuterWidth - 2 * kBorder, OuterHeight - 2 * kBorder) {
     setFrameStyle(QFrame::Panel | QFrame::Sunken);
     setLineWidth(kBorder);
-    setFixedSize(OuterSize, OuterSize);
+    setFixedSize(OuterWidth, OuterHeight);
+}
+
+void PictureBox::SetOuterSize(int OuterWidth, int OuterHeight) {
+    picture_.SetSize(OuterWidth - 2 * kBorder, OuterHeight - 2 * kBorder);
+    setFixedSize(OuterWidth, OuterHeight);
 }
 
 void PictureBox::paintEvent(QPaintEvent* event) {

@@ -1,5 +1,6 @@
-// A square picture control: a sunken frame round a cPicture, with a black
+// A picture control: a sunken frame round a cPicture, with a black
 // background, that reports a press of any mouse button in picture pixels.
+// Square unless made with a width and a height.
 #pragma once
 
 #include <QFrame>
@@ -15,6 +16,10 @@ class PictureBox : public QFrame {
     static constexpr int kBorder = 2;
 
     PictureBox(int OuterSize, QWidget* parent = nullptr);
+    PictureBox(int OuterWidth, int OuterHeight, QWidget* parent = nullptr);
+
+    // A new outer size; the picture takes the rest, cleared.
+    void SetOuterSize(int OuterWidth, int OuterHeight);
 
     cPicture& Picture() { return picture_; }
 

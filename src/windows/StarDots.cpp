@@ -46,3 +46,20 @@ void DrawStarDot(cPicture& Pic, int CX, int CY, int Red, int Green, int Blue) {
         }
     }
 }
+
+int DotUnderMouse(const std::array<double, 1001>& StarX, const std::array<double, 1001>& StarY,
+                  int N, double X, double Y) {
+    double Best = 1E+20;
+    int BestIndex = 0;
+    for (int i = 1; i <= std::min(N, 1000); ++i) {
+        const double dx = X - StarX[static_cast<size_t>(i)];
+        const double dy = Y - StarY[static_cast<size_t>(i)];
+        const double D = std::sqrt(dx * dx + dy * dy);
+        // Strictly nearer only: of two at the same distance the lower index stays.
+        if (D < Best) {
+            Best = D;
+            BestIndex = i;
+        }
+    }
+    return Best < 5 ? BestIndex : 0;
+}

@@ -3,6 +3,7 @@
 // mount saw it, and its soft edge adds to what is already drawn.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "windows/Picture.h"
@@ -23,3 +24,9 @@ long BlendDotPixel(int Dx, int Dy, int Red, int Green, int Blue, long Old);
 // The 7 by 7 dot round pixel (CX, CY), blended pixel by pixel over what the
 // picture holds.
 void DrawStarDot(cPicture& Pic, int CX, int CY, int Red, int Green, int Blue);
+
+// The point under a mouse press at (X, Y): of points 1 to N, the one whose
+// place (StarX(i), StarY(i)) in the last plot is nearest, if nearer than 5
+// pixels; else 0. Of two at the same distance the lower index wins.
+int DotUnderMouse(const std::array<double, 1001>& StarX, const std::array<double, 1001>& StarY,
+                  int N, double X, double Y);

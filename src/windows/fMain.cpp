@@ -11,7 +11,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
-#include <cmath>
 
 #include "files/CalFile.h"
 #include "files/TraceLog.h"
@@ -24,6 +23,7 @@
 #include "windows/Controls.h"
 #include "windows/FileDialog.h"
 #include "windows/PictureBox.h"
+#include "windows/StarDots.h"
 #include "windows/WindowSet.h"
 #include "windows/WindowsDisplay.h"
 #include "windows/fAbout.h"
@@ -350,19 +350,8 @@ void fMain::UnloadAll() {
 }
 
 void fMain::PicErrorMouseDown(double X, double Y) {
-    double Best = 1E+20;
-    int BestIndex = 0;
-    for (int i = 1; i <= s_.NumCalPoints; ++i) {
-        const double dx = X - Plots.StarX[static_cast<size_t>(i)];
-        const double dy = Y - Plots.StarY[static_cast<size_t>(i)];
-        const double D = std::sqrt(dx * dx + dy * dy);
-        // Strictly nearer only: of two at the same distance the lower index stays.
-        if (D < Best) {
-            Best = D;
-            BestIndex = i;
-        }
-    }
-    if (BestIndex > 0 && Best < 5) {
+    const int BestIndex = DotUnderMouse(Plots.StarX, Plots.StarY, s_.NumCalPoints, X, Y);
+    if (BestIndex > 0) {
         CalPoint& p = s_.CalPoints[static_cast<size_t>(BestIndex)];
         p.Used = !p.Used;
         if (OnModelChanged) OnModelChanged();

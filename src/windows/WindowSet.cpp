@@ -8,6 +8,7 @@ WindowSet::WindowSet(RecalcChain& Chain)
       Errors([this] { return new fErrors(*this); }),
       CalPoints([this] { return new fCalPoints(*this); }),
       Setup([this] { return new fSetup(*this); }),
+      Analysis([this] { return new fAnalysis(*this); }),
       Advanced([this] { return new fAdvanced(*this); }) {
     // A loaded file shows its flags in the check boxes at once; the window
     // comes into being for that if it does not exist yet.
@@ -21,12 +22,14 @@ WindowSet::~WindowSet() {
 void WindowSet::UnloadAll() {
     Setup.Close();
     CalPoints.Close();
+    Analysis.Close();
     Errors.Close();
     Advanced.Close();
 }
 
 void WindowSet::KillWindows() {
     Advanced.Close();
+    Analysis.Close();
     CalPoints.Close();
     Errors.Close();
     Main.Close();
@@ -35,6 +38,7 @@ void WindowSet::KillWindows() {
 
 void WindowSet::CloseAll() {
     Advanced.Close();
+    Analysis.Close();
     CalPoints.Close();
     Errors.Close();
     Main.Close();

@@ -13,6 +13,7 @@
 
 #include "windows/LazyWindow.h"
 #include "windows/fAdvanced.h"
+#include "windows/fAnalysis.h"
 #include "windows/fCalPoints.h"
 #include "windows/fErrors.h"
 #include "windows/fMain.h"
@@ -40,6 +41,7 @@ class WindowSet {
     LazyWindow<fErrors> Errors;
     LazyWindow<fCalPoints> CalPoints;
     LazyWindow<fSetup> Setup;
+    LazyWindow<fAnalysis> Analysis;
     LazyWindow<fAdvanced> Advanced;
 
     // The main window's unload: fSetup, fCalPoints, fAnalysis, fErrors,

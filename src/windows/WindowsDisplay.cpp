@@ -23,6 +23,10 @@ void WindowsDisplay::DisplayData() {
     windows_.Advanced.Get().DisplayData();
 }
 
+void WindowsDisplay::MakeGraph() {
+    windows_.Analysis.Get().MakeGraph();
+}
+
 void WindowsDisplay::ProcessPendingEvents() {
     QCoreApplication::processEvents();
 }

@@ -31,9 +31,7 @@ class WindowsDisplay : public DisplayRefresh {
 
     void DisplayCalPoints() override;
     void UpdateGraph() override;
-    // The Graphical Error Analysis window does not exist yet: its refresh
-    // does nothing.
-    void MakeGraph() override {}
+    void MakeGraph() override;
     void DisplayData() override;
     void ProcessPendingEvents() override;
 

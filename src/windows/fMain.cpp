@@ -215,9 +215,8 @@ void fMain::BuildControls() {
     setCentralWidget(central);
 }
 
-// The buttons beside the pointing error, one above the other, each showing
-// the window that the View entry of the same meaning shows. Room is kept
-// for the Error Graph button above them.
+// The three buttons beside the pointing error, one above the other, each
+// showing the window that the View entry of the same meaning shows.
 QLayout* fMain::BuildButtons(QWidget* Parent) {
     auto* column = new QVBoxLayout;
     column->setSpacing(1);
@@ -231,6 +230,8 @@ QLayout* fMain::BuildButtons(QWidget* Parent) {
         column->addWidget(b);
         return b;
     };
+    cmdAnalysis = make(QStringLiteral("Error Graph"), QStringLiteral("cmdAnalysis"),
+                       [this] { windows_.Analysis.Show(); });
     cmdMountErrors = make(QStringLiteral("Mount Model"), QStringLiteral("cmdMountErrors"),
                           [this] { windows_.Errors.Show(); });
     cmdCalPoints = make(QStringLiteral("Cal Points"), QStringLiteral("cmdCalPoints"),
@@ -273,7 +274,7 @@ void fMain::BuildViewMenu() {
         {"menu_setup", "&Parameters", [this] { windows_.Setup.Show(); }},
         {"menu_calstars", "&Calibration Points", [this] { windows_.CalPoints.Show(); }},
         {"menu_mount", "&Mount Model", [this] { windows_.Errors.Show(); }},
-        {"menu_analysis", "&Graphical Error Analysis", {}},
+        {"menu_analysis", "&Graphical Error Analysis", [this] { windows_.Analysis.Show(); }},
         {"menu_Advanced", "&Advanced Features...", [this] { windows_.Advanced.Show(); }},
     };
     menuView = menuBar()->addMenu(QStringLiteral("&View"));
@@ -285,6 +286,7 @@ void fMain::BuildViewMenu() {
     }
     menu_calstars = menuView->findChild<QAction*>(QStringLiteral("menu_calstars"));
     menu_mount = menuView->findChild<QAction*>(QStringLiteral("menu_mount"));
+    menu_analysis = menuView->findChild<QAction*>(QStringLiteral("menu_analysis"));
 }
 
 void fMain::FormLoad() {

@@ -44,7 +44,7 @@ class fMain : public QMainWindow {
     static constexpr int kInnerWidth = 325;
     static constexpr int kInnerHeight = 492;
     static constexpr int kPicErrorSize = 313;
-    // Height of the buttons of row 5, two or three of them beside the
+    // Height of the buttons of row 5, three of them beside the
     // pointing error.
     static constexpr int kButtonHeight = 18;
 
@@ -118,6 +118,8 @@ class fMain : public QMainWindow {
     QMenu* menuView = nullptr;
     QAction* menu_calstars = nullptr;
     QAction* menu_mount = nullptr;
+    QAction* menu_analysis = nullptr;
+    QPushButton* cmdAnalysis = nullptr;
     QPushButton* cmdMountErrors = nullptr;
     QPushButton* cmdCalPoints = nullptr;
     QMenu* menuTest = nullptr;

@@ -1,11 +1,12 @@
 // The aztrue executable: the desktop program, the automation server, the
-// fit command and the version.
+// fit and plot commands and the version.
 #include <iostream>
 #include <string>
 #include <vector>
 
 #include "app/AutomationStart.h"
 #include "app/FitCommand.h"
+#include "app/PlotCommand.h"
 #include "model/ModelState.h"
 
 namespace {
@@ -14,8 +15,10 @@ void Usage(std::ostream& out) {
     out << "usage: aztrue --automation\n"
            "       aztrue [FILE.AZT]\n"
            "       aztrue --version\n"
-           "       aztrue fit [--terms altaz|equatorial|all|none] [--json] FILE\n"
-           "       aztrue fit --scale-search [--seed N] [--save OUT.AZT] FILE\n";
+           "       aztrue fit [--terms altaz|equatorial|all|none] [--json] [--stats] FILE\n"
+           "       aztrue fit --scale-search [--seed N] [--save OUT.AZT] FILE\n"
+
+           "       aztrue plot [--size N] --out DIR FILE\n";
 }
 
 }  // namespace
@@ -35,6 +38,9 @@ int main(int argc, char** argv) {
     if (!args.empty() && args[0] == "fit") {
         return RunFitCommand(std::vector<std::string>(args.begin() + 1, args.end()), std::cout,
                              std::cerr);
+    }
+    if (!args.empty() && args[0] == "plot") {
+        return RunPlotCommand(argc, argv, std::vector<std::string>(args.begin() + 1, args.end()));
     }
     if (!args.empty() && (args[0] == "--help" || args[0] == "-h")) {
         Usage(std::cout);

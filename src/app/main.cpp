@@ -17,7 +17,6 @@ void Usage(std::ostream& out) {
            "       aztrue --version\n"
            "       aztrue fit [--terms altaz|equatorial|all|none] [--json] [--stats] FILE\n"
            "       aztrue fit --scale-search [--seed N] [--save OUT.AZT] FILE\n"
-
            "       aztrue plot [--size N] --out DIR FILE\n";
 }
 

@@ -1,5 +1,6 @@
 // The aztrue executable: the desktop program, the automation server, the
 // fit and plot commands and the version.
+#include <csignal>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -23,6 +24,11 @@ void Usage(std::ostream& out) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // Under a file-size limit, a write past it raises SIGXFSZ, which would end
+    // the process (and the server of every client) in the middle of a save.
+    // Ignored, the write fails instead: the save returns false and the old
+    // file stays.
+    std::signal(SIGXFSZ, SIG_IGN);
     std::vector<std::string> args(argv + 1, argv + argc);
     if (args.empty()) return RunDesktop(argc, argv, std::string());
     if (args.size() == 1 && args[0] == "--automation") {

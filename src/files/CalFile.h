@@ -10,8 +10,9 @@ struct ModelState;
 // "-1.5 " for a negative one; up to 15 significant digits, "." always.
 std::string NumToFileStr(double x);
 
-// Writes the points and settings of the model to FileName. False when the
-// file cannot be written.
+// Writes the points and settings of the model to FileName, replacing the
+// file whole or not at all (WriteFileAtomically). False when the file cannot
+// be written; the old file then stays as it was.
 bool SaveCalFile(ModelState& s, const std::string& FileName);
 
 // Reads a calibration file into the model. False when the file cannot be

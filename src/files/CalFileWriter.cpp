@@ -1,7 +1,7 @@
 // NumToFileStr and SaveCalFile: the writer of the calibration file.
-#include <cstdio>
 #include <string>
 
+#include "files/AtomicFile.h"
 #include "files/CalFile.h"
 #include "files/CalFileLabels.h"
 #include "files/CodePage1252.h"
@@ -137,14 +137,6 @@ void WriteOptionalSections(const ModelState& s, LineSink& out) {
     out.Real(s.MaxSensitivity);
 }
 
-bool WriteWholeFile(const std::string& fileName, const std::string& bytes) {
-    std::FILE* f = std::fopen(fileName.c_str(), "wb");
-    if (!f) return false;
-    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), f) == bytes.size();
-    const bool closed = std::fclose(f) == 0;
-    return written && closed;
-}
-
 }  // namespace
 
 bool SaveCalFile(ModelState& s, const std::string& FileName) {
@@ -158,7 +150,7 @@ bool SaveCalFile(ModelState& s, const std::string& FileName) {
         WriteStars(s, out);
         WriteSettings(s, out);
         WriteOptionalSections(s, out);
-        return WriteWholeFile(FileName, out.Bytes());
+        return WriteFileAtomically(FileName, out.Bytes());
     } catch (...) {
         return false;
     }

@@ -112,8 +112,9 @@ std::string FitCommandHelp() {
            "  --help        show this text\n"
            "\n"
            "Exit status: 0 on success, 2 for a usage error or a file that cannot be\n"
-           "read, 3 for a file that is not a valid calibration file, 4 when OUT cannot\n"
-           "be written. FILE is only read; only --save writes, and only to OUT.\n";
+           "read, 3 for a file that is not a valid calibration file or whose fit is not\n"
+           "finite, 4 when OUT cannot be written. FILE is only read; only --save writes,\n"
+           "and only to OUT.\n";
 }
 
 int RunFitCommand(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
@@ -197,10 +198,18 @@ int RunFitCommand(const std::vector<std::string>& args, std::ostream& out, std::
         report.Seed = seed.value_or(SearchRandom::kDefaultSeed);
         SearchRandom random(report.Seed);
         report.Result = RunScaleSearch(*s, random);
-        if (!report.SavedTo.empty() && !SaveCalFile(*s, report.SavedTo)) {
-            err << "aztrue fit: unable to save the calibration to \"" << report.SavedTo << "\"\n";
-            return kFitSaveError;
-        }
+    }
+    // A report of infinities and NaNs would look like a result to a script;
+    // such a fit is refused like an invalid file, and nothing is saved.
+    const std::string bad = FirstNonFiniteFigure(*s);
+    if (!bad.empty()) {
+        err << "aztrue fit: the fit of \"" << file << "\" gives no finite number for " << bad
+            << "; check the settings and points of the file\n";
+        return kFitInvalidFile;
+    }
+    if (search && !report.SavedTo.empty() && !SaveCalFile(*s, report.SavedTo)) {
+        err << "aztrue fit: unable to save the calibration to \"" << report.SavedTo << "\"\n";
+        return kFitSaveError;
     }
     const ScaleSearchReport* searched = search ? &report : nullptr;
     if (json)

@@ -9,7 +9,7 @@
 // Exit codes of the fit command.
 inline constexpr int kFitOk = 0;
 inline constexpr int kFitUsageError = 2;   // unknown option, missing or unreadable file
-inline constexpr int kFitInvalidFile = 3;  // not a valid calibration file
+inline constexpr int kFitInvalidFile = 3;  // not a valid calibration file, or no finite fit
 inline constexpr int kFitSaveError = 4;    // the calibration could not be written
 
 // args are the words after "fit". Writes the report to out and messages to

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <iomanip>
+#include <utility>
 
 #include "app/FitNotes.h"
 #include "app/ModelQualityReport.h"
@@ -149,4 +150,39 @@ void WriteFitReportJson(const ModelState& s, const std::string& fileName, std::o
     }
     out << (s.NumCalPoints == 0 ? "]\n" : "\n  ]\n");
     out << "}\n";
+}
+
+std::string FirstNonFiniteFigure(const ModelState& s) {
+    const OffsetTotals f = FittedOffsets(s);
+    const std::pair<const char*, double> figures[] = {
+        {"Latitude", s.Latitude},
+        {"Longitude", s.Longitude},
+        {"Temperature", s.Temperature},
+        {"Pressure", s.Pressure},
+        {"Theta counts per turn", s.ThetaCountsPerRev},
+        {"Theta scale", s.ThetaSF},
+        {"Phi counts per turn", s.PhiCountsPerRev},
+        {"Phi scale", s.PhiSF},
+        {"Max sensitivity", s.MaxSensitivity},
+        {"RMS error of all points", Arcsec(s, s.RMSErrAll)},
+        {"RMS error of the selected points", Arcsec(s, s.RMSErrSel)},
+        {"Max error of all points", Arcsec(s, s.MaxErrAll)},
+        {"Max error of the selected points", Arcsec(s, s.MaxErrSel)},
+        {"Sensitivity", s.Sensitivity},
+        {"Axis misalignment north", Arcsec(s, f.North)},
+        {"Axis misalignment west", Arcsec(s, f.West)},
+        {"Theta offset", CountsToArcsec(s, f.ThetaCounts, s.ThetaCountsPerRev, s.ThetaSF)},
+        {"Phi offset", CountsToArcsec(s, f.PhiCounts, s.PhiCountsPerRev, s.PhiSF)}};
+    for (const auto& [name, value] : figures)
+        if (!std::isfinite(value)) return name;
+    for (int t = 5; t <= s.NumTerms; ++t)
+        if (s.TermActive[t] && !std::isfinite(Arcsec(s, s.TermCoef[t])))
+            return "term " + std::to_string(t);
+    for (int i = 1; i <= s.NumCalPoints; ++i) {
+        const CalPoint& p = s.CalPoints[i];
+        const double errors[] = {p.DistErr, p.RAErr, p.DecErr, p.ThetaErr, p.PhiErr};
+        for (const double e : errors)
+            if (!std::isfinite(Arcsec(s, e))) return "error of point " + std::to_string(i);
+    }
+    return {};
 }

@@ -20,3 +20,8 @@ void WriteFitReport(const ModelState& s, const std::string& fileName, std::ostre
 // The same content as one JSON object.
 void WriteFitReportJson(const ModelState& s, const std::string& fileName, std::ostream& out,
                         bool withStats = false, const ScaleSearchReport* Search = nullptr);
+
+// The name of the first setting or figure of the report that is not a
+// finite number (an infinity or NaN that the fit gave, for instance from
+// zero counts per turn), or an empty text when all of them are finite.
+std::string FirstNonFiniteFigure(const ModelState& s);

@@ -16,5 +16,7 @@ std::string NumToFileStr(double x);
 bool SaveCalFile(ModelState& s, const std::string& FileName);
 
 // Reads a calibration file into the model. False when the file cannot be
-// read or is not a valid calibration file.
+// read (TextLineReader refuses it) or is not a valid calibration file, which
+// includes a number line beyond the range of a double in the obligatory
+// part; what was read before a failure stays in the model.
 bool LoadCalFile(ModelState& s, const std::string& FileName);

@@ -1,6 +1,7 @@
 // LoadCalFile: the reader of the calibration file. It writes straight into
 // the live model as it goes; what was read before a failure stays.
 #include <cctype>
+#include <cmath>
 #include <cstdint>
 #include <string>
 
@@ -38,8 +39,16 @@ class CalFileInput {
     // Free text of the file's code page, as the program's UTF-8.
     std::string FreeText() { return Cp1252ToUtf8(Line()); }
 
-    // The numeric-prefix reading: cannot fail on the text.
-    double Real() { return NumericPrefixValue(Line()); }
+    // The numeric-prefix reading: any text gives a number, but one beyond
+    // the range of a double (1e99999) fails, so that the model never holds
+    // an infinity read from a file. In an optional section this ends the
+    // reading like a truncated section: the result stays true and the value
+    // is not taken.
+    double Real() {
+        const double value = NumericPrefixValue(Line());
+        if (!std::isfinite(value)) throw ReadFailure{};
+        return value;
+    }
 
     // A 16-bit integer: a number, rounded half to even, inside -32768 to
     // 32767; anything else fails.

@@ -28,3 +28,11 @@ void PictureBox::mousePressEvent(QMouseEvent* event) {
     if (OnMouseDown) OnMouseDown(pos.x(), pos.y());
     event->accept();
 }
+
+// The window system hands the second press of a double-click over as a
+// double-click event, which QWidget would pass on as one more press. A plot
+// toggles a point at each press, so that press would take the first one
+// back.
+void PictureBox::mouseDoubleClickEvent(QMouseEvent* event) {
+    event->accept();
+}

@@ -1,6 +1,7 @@
 // A picture control: a sunken frame round a cPicture, with a black
 // background, that reports a press of any mouse button in picture pixels.
 // Square unless made with a width and a height.
+// A double-click is one press: its second press is not reported.
 #pragma once
 
 #include <QFrame>
@@ -29,6 +30,7 @@ class PictureBox : public QFrame {
   protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
 
   private:
     cPicture picture_;

@@ -1,11 +1,10 @@
-// The server under a file-size limit: a save that would pass the limit
-// returns false instead of ending the server, and the old file stays.
+// The server under a file-size limit: a save past the limit returns false
+// instead of ending the server, and the old file stays.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
 #include <QDBusConnection>
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include "BusObject.h"
@@ -19,13 +18,9 @@ TEST(SaveUnderFileSizeLimit, SaveFailsAndTheServerAndTheOldFileStay) {
     QTemporaryDir documents;
     ASSERT_TRUE(documents.isValid());
     const QString target = documents.filePath(QStringLiteral("run.AZT"));
-    const QByteArray old = "Number of Cal Stars:\r\n 0 \r\n";
-    QFile file(target);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(old) == old.size());
-    file.close();
-
-    // The server keeps the limit this process has while it starts it: 4 kB,
-    // less than the 9 kB the 40 stars of the sample take as a file.
+    ASSERT_TRUE(QFile::copy(QStringLiteral(AZTRUE_SOURCE_DIR "/data/README.md"), target));
+    // The server keeps the limit that this process has while it starts it:
+    // 4 kB, less than the 9 kB of the 40 stars of the sample.
     rlimit normal{};
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &normal), 0);
     rlimit low = normal;
@@ -40,12 +35,12 @@ TEST(SaveUnderFileSizeLimit, SaveFailsAndTheServerAndTheOldFileStay) {
     EXPECT_FALSE(object.SaveFile(target.toStdString()));
     EXPECT_EQ(object.NumCalPoints(), 40);
     EXPECT_TRUE(server.Running());
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), old);
-    // No temporary file is left beside it.
-    EXPECT_EQ(
-        QDir(documents.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-        QStringList{QStringLiteral("run.AZT")});
+    // The old file as it was, and no temporary file beside it.
+    QFile old(target), original(QStringLiteral(AZTRUE_SOURCE_DIR "/data/README.md"));
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly) && original.open(QIODevice::ReadOnly));
+    EXPECT_EQ(old.readAll(), original.readAll());
+    EXPECT_EQ(QDir(documents.path()).entryList(QDir::Files | QDir::Hidden),
+              QStringList{QStringLiteral("run.AZT")});
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "sky/mStrings.h"
 
+#include <cmath>
+
 #include "model/Constants.h"
 #include "sky/NumberText.h"
 #include "sky/AngleUnits.h"
@@ -88,8 +90,8 @@ double RAStrToRad(const std::string& Text) {
 // Accepts "-10:20:30", "-10d20m30s", "-10° 20' 30\"", "-10 20 30" (minutes
 // and seconds optional) or a lone number in degrees. One field may carry a
 // "-", and only the first field that is not 0: "-0:30" and "0:-30" both mean
-// minus half a degree. Gives radians, or kBadAngleText on a bad text. No
-// range test.
+// minus half a degree. Gives radians, or kBadAngleText on a bad text or a
+// sum beyond the range of a double. No range test otherwise.
 double DecStrToRad(const std::string& Text) {
     const std::string text = TrimBlanks(Text);
     double degreesValue = 0;
@@ -123,7 +125,10 @@ double DecStrToRad(const std::string& Text) {
         const double sign = (d.Negative ? -1 : 1) * (m.Negative ? -1 : 1) * (s.Negative ? -1 : 1);
         degreesValue = (d.Value + m.Value / 60 + s.Value / 3600) * sign;
     }
-    return DegToRadians(degreesValue);
+    // Fields near the largest double can add up beyond it ("1.79e308
+    // 1.79e308"): an infinity is no angle, so that text is bad like any other.
+    const double radians = DegToRadians(degreesValue);
+    return std::isfinite(radians) ? radians : kBadAngleText;
 }
 
 // RA in radians to hours, minutes and seconds rounded to Decimals places,

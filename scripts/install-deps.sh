@@ -2,8 +2,9 @@
 # Installs, by Debian package name, everything Aztrue needs to build, test and
 # run: compiler and build tools, GoogleTest, Google Benchmark, Qt 6 (Widgets,
 # DBus), the D-Bus daemon for the automation tests, Xvfb for windows under a
-# virtual display, python3-dbus for the example client, and gdbus for
-# calling the server by hand.
+# virtual display, python3-dbus for the example client, gdbus for
+# calling the server by hand, and clang with libFuzzer for the fuzz targets
+# (libclang-rt-14-dev holds libFuzzer for clang 14, the clang of Debian 12).
 # Does nothing when all of it is present; uses sudo when not run as root.
 set -euo pipefail
 
@@ -13,6 +14,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools libgl-dev
   dbus dbus-x11 xvfb xauth libglib2.0-bin
   python3 python3-dbus locales
+  clang-14 libclang-rt-14-dev
 )
 
 missing=()

@@ -71,11 +71,12 @@ bool WriteAll(int fd, const std::string& bytes) {
 
 // The new file takes the owner, group and mode of the one it replaces. Only
 // a privileged process can give a file away, so a failed change of owner is
-// no failure: the file is then the saver's, as any file it makes.
+// no failure: the group may still be kept, and otherwise the file is the
+// saver's, as any file it makes. The mode is set last, as a change of owner
+// clears the set-id bits.
 bool KeepOwnerAndMode(int fd, const struct stat& old) {
-    if (::fchown(fd, old.st_uid, old.st_gid) != 0 &&
-        ::fchown(fd, static_cast<uid_t>(-1), old.st_gid) != 0) {
-        // Neither owner nor group could be kept.
+    if (::fchown(fd, old.st_uid, old.st_gid) != 0) {
+        [[maybe_unused]] const int groupKept = ::fchown(fd, static_cast<uid_t>(-1), old.st_gid);
     }
     return ::fchmod(fd, old.st_mode & 07777) == 0;
 }

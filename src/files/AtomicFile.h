@@ -1,6 +1,7 @@
-// Crash-safe replacement of a whole file: every file the program writes goes
-// through here, so that a save cut short by a crash, a kill, a full disk or a
-// file-size limit leaves the old file as it was.
+// Crash-safe replacement of a whole file: every file the program saves goes
+// through here (the trace log, which only grows by lines, does not), so that
+// a save cut short by a crash, a kill, a full disk or a file-size limit
+// leaves the old file as it was.
 #pragma once
 
 #include <string>

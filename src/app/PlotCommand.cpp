@@ -2,13 +2,15 @@
 
 #include <QApplication>
 #include <QBuffer>
-#include <QSaveFile>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <memory>
 
 #include "app/FitCommand.h"
+#include "files/AtomicFile.h"
 #include "files/CalFile.h"
 #include "model/ModelState.h"
 #include "model/Residuals.h"
@@ -55,8 +57,7 @@ void QuietQtNotes(QtMsgType type, const QMessageLogContext&, const QString& mess
         std::cerr << "aztrue plot: " << message.toStdString() << "\n";
 }
 
-// The picture as PNG, replacing Path whole or not at all: the bytes go to a
-// temporary file in the same folder, which is renamed over Path at the end.
+// The picture as PNG, replacing Path whole or not at all (WriteFileAtomically).
 bool WritePng(const QImage& image, const std::string& path, std::string& why) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
@@ -65,9 +66,8 @@ bool WritePng(const QImage& image, const std::string& path, std::string& why) {
         why = "the picture could not be encoded";
         return false;
     }
-    QSaveFile file(QString::fromStdString(path));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        why = file.errorString().toStdString();
+    if (!WriteFileAtomically(path, bytes.toStdString())) {
+        why = errno == EINVAL ? "it is no regular file" : std::strerror(errno);
         return false;
     }
     return true;

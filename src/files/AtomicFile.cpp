@@ -102,7 +102,11 @@ bool WriteFileAtomically(const std::string& FileName, const std::string& Bytes) 
     // Only a regular file is replaced, never a folder, device, FIFO or socket
     // of that name; and a file the user has write-protected stays as it is,
     // as it would for a program that writes into it.
-    if (exists && (!S_ISREG(old.st_mode) || ::access(target.c_str(), W_OK) != 0)) return false;
+    if (exists && !S_ISREG(old.st_mode)) {
+        errno = S_ISDIR(old.st_mode) ? EISDIR : EINVAL;
+        return false;
+    }
+    if (exists && ::access(target.c_str(), W_OK) != 0) return false;
 
     const std::string folder = FolderOf(target);
     std::string temporary;
@@ -112,7 +116,9 @@ bool WriteFileAtomically(const std::string& FileName, const std::string& Bytes) 
     ok = ::close(fd) == 0 && ok;
     ok = ok && ::rename(temporary.c_str(), target.c_str()) == 0;
     if (!ok) {
+        const int cause = errno;
         ::unlink(temporary.c_str());
+        errno = cause;
         return false;
     }
     FlushFolder(folder);

@@ -13,7 +13,9 @@
 // keeps its permissions (and its owner, where the process may keep it).
 // False, with the old file as it was and no temporary file left, when any
 // step fails, when FileName exists and is no regular file (a folder, a
-// device, a FIFO, a socket) or when the existing file is write-protected.
+// device, a FIFO, a socket) or when the existing file is write-protected;
+// errno then tells why (EISDIR for a folder, EINVAL for another path that
+// is no regular file).
 // Images and other outputs are written by making their bytes in memory
 // first and handing them here.
 bool WriteFileAtomically(const std::string& FileName, const std::string& Bytes);

@@ -1,5 +1,4 @@
-// Shared pieces of the model tests: a model at its defaults, a check of
-// three vector components, and the units of the reference values.
+// Shared pieces of the model tests: fresh models, models with a known mount's points.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -8,23 +7,30 @@
 #include <memory>
 #include <random>
 #include <string>
-#include <vector>
 
-#include "model/Constants.h"
 #include "model/Frames.h"
 #include "model/ModelState.h"
-#include "model/Vec3.h"
+#include "model/SyntheticCalibration.h"
 
 namespace modeltest {
 
-// True pi, only for reference values worked out outside the program; the
-// program's half turn 3.141592654 lies 4.1e-10 above it.
+// True pi, only for references worked out outside the program; the program's half turn lies 4.1e-10
+// above it.
 constexpr double kTruePi = 3.14159265358979323846;
-constexpr double kArcsec = 3.141592654 / 648000;
+constexpr double kArcsec = kTruePi / 648000;
 
 inline std::unique_ptr<ModelState> FreshModel() {
     auto s = std::make_unique<ModelState>();
     InitModel(*s);
+    return s;
+}
+
+// A fresh model, `settings` applied, holding the points of the mount `m`.
+inline std::unique_ptr<ModelState> WithPoints(const SyntheticMount& m,
+                                              void (*settings)(ModelState&) = nullptr) {
+    auto s = FreshModel();
+    if (settings) settings(*s);
+    AddSyntheticPoints(*s, MakeSyntheticPoints(*s, m));
     return s;
 }
 

@@ -44,7 +44,7 @@ TEST(NumToFileStrShape, BlankOrMinusInFrontBlankBehindFifteenDigits) {
 
 TEST(NumToFileStrLocale, CommaLocaleStillWritesAndReadsPoint) {
     skytest::CommaLocale comma;
-    if (!comma.Active()) GTEST_SKIP() << "no locale with a decimal comma is installed";
+    if (!comma.active) GTEST_SKIP() << "no locale with a decimal comma is installed";
     char buf[32];
     std::snprintf(buf, sizeof buf, "%g", 1.5);
     ASSERT_STREQ(buf, "1,5") << "the locale is in force: printf itself writes a comma";

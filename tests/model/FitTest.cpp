@@ -206,16 +206,20 @@ TEST(FitLadder, TermsAllowedByThePointsTheFlagsAndTheSensitivity) {
         std::vector<int> first(c.active);
         std::iota(first.begin(), first.end(), 1);
         EXPECT_EQ(ActiveTerms(*s), first) << c.points << " points";
+        for (int t = c.active + 1; t <= 46; ++t) EXPECT_EQ(s->TermCoef[t], 0.0) << "term " << t;
         EXPECT_TRUE(s->Sensitivity <= c.limit || !c.active) << s->Sensitivity;
     }
-    // No point in use: the identity model, all coefficients 0, and Sensitivity as it was.
+    // No point in use: a plain solve changes nothing; a fit is the identity, Sensitivity kept.
     auto s = FittedAltAz(3, 300);
     for (int i = 1; i <= 3; ++i) s->CalPoints[i].Used = false;
+    const double cone = s->TermCoef[5];
     s->Sensitivity = 42;
+    SolveCoefficients(*s);
+    EXPECT_TRUE(s->TermCoef[5] == cone && cone != 0 && s->Sensitivity == 42) << s->TermCoef[5];
     Calibrate(*s);
     const auto [low, high] = std::minmax_element(s->TermCoef.begin(), s->TermCoef.end());
-    EXPECT_TRUE(*low == 0 && *high == 0 && s->ErrorNorth == 0 && s->Sensitivity == 42);
-    EXPECT_TRUE(ActiveTerms(*s).empty());
+    EXPECT_TRUE(*low == 0 && *high == 0 && s->ErrorNorth == 0 && s->PhiEncOffset == 0 &&
+                ActiveTerms(*s).empty() && s->Sensitivity == 42);
 }
 
 }  // namespace

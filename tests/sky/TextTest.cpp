@@ -50,11 +50,10 @@ TEST(NumberText, FifteenDigitsAndRoundedPlacesAsPrintfWritesThemInAnyLocale) {
 }
 
 TEST(NumberText, ParseNumberAcceptsPlainNumbersOnlyAndLeavesTheValueAloneOtherwise) {
-    // The nearest double; too small is zero with its sign, too large no number, however the digits
-    // fall about the point.
+    // The nearest double; too small is 0 with its sign, too large (however written) no number.
     // clang-format off
-    for (const auto& [text, want] : {std::pair{" -1.5e3 ", -1500.0}, {"+.5", 0.5}, {"5.", 5.0},
-                                     {"0.1", 0.1}, {"-0.00001e-399", -0.0}}) {
+    for (const auto& [text, want] : {std::pair{" -1.5e3 ", -1500.0}, {"+.5", 0.5}, {"2E-2", 0.02},
+                                     {"5.", 5.0}, {"0.1", 0.1}, {"-0.00001e-399", -0.0}}) {
         // clang-format on
         double v = 7;
         EXPECT_TRUE(ParseNumber(text, v) && v == want && std::signbit(v) == std::signbit(want))

@@ -40,7 +40,7 @@ TEST(AtomicSave, ASaveCutShortOrRefusedLeavesTheOldFile) {
         const std::string folder = dir.File("night"), target = folder + "/run.AZT";
         ASSERT_EQ(mkdir(folder.c_str(), 0777), 0);
         filetest::WriteBytes(target, old);
-        chmod(dir.Path().c_str(), 0755);
+        chmod(dir.path.c_str(), 0755);
         chmod(target.c_str(), c.file);
         chmod(folder.c_str(), c.folder);
         const pid_t child = fork();

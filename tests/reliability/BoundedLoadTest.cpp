@@ -33,7 +33,7 @@ TEST(BoundedFiles, WhatIsNoRegularFileOrTooLargeIsRefusedAtOnce) {
     for (const auto& [name, bytes] : files) filetest::WriteBytes(dir.File(name), bytes);
     // clang-format off
     const struct { std::string path; bool regular, loads; } cases[] = {
-        {dir.Path(), false, false}, {"/dev/zero", false, false}, {dir.File("fifo"), false, false},
+        {dir.path, false, false}, {"/dev/zero", false, false}, {dir.File("fifo"), false, false},
         {dir.File("longest-line"), true, true},
         {dir.File("too-long-line"), true, false}, {dir.File("largest"), true, true},
         {dir.File("too-large"), true, false}};

@@ -11,8 +11,8 @@ namespace {
 
 TEST(NonFiniteNumbers, FailTheLoadAndTheFitCommand) {
     // clang-format off
-    // The last line of the file sets a largest sensitivity of 150; the
-    // model's default is 300.
+    // The example file with its last line setting a largest sensitivity of
+    // 150; the model's default is 300.
     const char* invalid = "not a valid calibration file";
     const struct { filetest::LineEdit edit; bool loads; double sens; int exit; const char* text; }
     cases[] = {
@@ -26,8 +26,10 @@ TEST(NonFiniteNumbers, FailTheLoadAndTheFitCommand) {
     // clang-format on
     filetest::TempFolder dir;
     const std::string file = dir.File("run.AZT");
+    const auto example =
+        filetest::Edited(filetest::OneStarExampleLines(), {{"Max Sensitivity:", 0, 1, " 150 "}});
     for (const auto& c : cases) {
-        const auto lines = filetest::Edited(filetest::TwoStarLines(), {c.edit});
+        const auto lines = filetest::Edited(example, {c.edit});
         filetest::WriteBytes(file, filetest::JoinLines(lines));
         auto s = filetest::FreshModel();
         EXPECT_EQ(LoadCalFile(*s, file), c.loads) << c.edit.text;

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <string>
 
+#include "model/AutoAlignRecords.h"
 #include "model/Constants.h"
 #include "sky/cACT.h"
 #include "sky/cMath.h"
@@ -97,7 +98,15 @@ struct ModelState {
     bool ServerStarted = false;
     bool TestLog = false;
 
-    // Auto-alignment settings.
+    // The folder of the program's own data files (Points.txt): set by the
+    // executable at start; InitModel leaves it alone. Empty: the current folder.
+    std::string ProgramFolder;
+
+    // The site's skyline and the alignment point list, entries 0 to
+    // NumAutoAlign - 1 valid, with its settings.
+    HorizonRecord Horizon;
+    std::array<AutoAlignPoint, kAutoAlignTableSize> AutoAlignPoints{};
+    int32_t NumAutoAlign = 0;
     int32_t AutoAlignTarget = 0;
     int16_t AutoAlignOrder = 0;
 

@@ -1,13 +1,15 @@
 // The aztrue executable: the desktop program, the automation server, the
-// fit and plot commands and the version.
+// fit, plot and align-points commands and the version.
 #include <csignal>
 #include <iostream>
 #include <string>
 #include <vector>
 
+#include "app/AlignPointsCommand.h"
 #include "app/AutomationStart.h"
 #include "app/FitCommand.h"
 #include "app/PlotCommand.h"
+#include "app/ProgramFolder.h"
 #include "model/ModelState.h"
 
 namespace {
@@ -18,7 +20,10 @@ void Usage(std::ostream& out) {
            "       aztrue --version\n"
            "       aztrue fit [--terms altaz|equatorial|all|none] [--json] [--stats] FILE\n"
            "       aztrue fit --scale-search [--seed N] [--save OUT.AZT] FILE\n"
-           "       aztrue plot [--size N] --out DIR FILE\n";
+           "       aztrue plot [--size N] --out DIR FILE\n"
+           "       aztrue align-points [--horizon FILE.hrz] [--latitude DEG]\n"
+           "                           [--mount altaz|fork|gem] [--count N]\n"
+           "                           [--order NE|NW|SE|SW|Rnd] [--json]\n";
 }
 
 }  // namespace
@@ -46,6 +51,10 @@ int main(int argc, char** argv) {
     }
     if (!args.empty() && args[0] == "plot") {
         return RunPlotCommand(argc, argv, std::vector<std::string>(args.begin() + 1, args.end()));
+    }
+    if (!args.empty() && args[0] == "align-points") {
+        return RunAlignPointsCommand(std::vector<std::string>(args.begin() + 1, args.end()),
+                                     FindProgramFolder(), std::cout, std::cerr);
     }
     if (!args.empty() && (args[0] == "--help" || args[0] == "-h")) {
         Usage(std::cout);

@@ -2,12 +2,16 @@
 
 #include <QApplication>
 #include <QDBusConnection>
+#include <QMenu>
 #include <QString>
 #include <cstdio>
 
+#include "app/ProgramFolder.h"
 #include "dbus/AutomationServer.h"
 #include "dbus/ProcessEnd.h"
+#include "model/ModelState.h"
 #include "server/ServerProcess.h"
+#include "windows/TestMenu.h"
 #include "windows/WindowsDisplay.h"
 #include "windows/fMain.h"
 
@@ -37,6 +41,7 @@ int RunAutomation(int argc, char** argv) {
     // Closing the window by hand leaves the clients attached; the process
     // ends when its objects end.
     app.setQuitOnLastWindowClosed(false);
+    TheMainWindow().Model().ProgramFolder = FindProgramFolder();
     const QDBusConnection bus = QDBusConnection::sessionBus();
     WindowsDisplay windows(TheMainWindow(), [bus] { EndProcessAfterReply(bus); });
     AutomationServer server(bus);
@@ -53,7 +58,7 @@ int RunAutomation(int argc, char** argv) {
     return status;
 }
 
-int RunDesktop(int argc, char** argv, const std::string& File) {
+int RunDesktop(int argc, char** argv, const DesktopOptions& Options) {
     if (!HasDisplay() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         std::fprintf(stderr,
                      "aztrue: no display (neither DISPLAY nor WAYLAND_DISPLAY is set); "
@@ -62,12 +67,21 @@ int RunDesktop(int argc, char** argv, const std::string& File) {
     }
     QApplication app(argc, argv);
     app.setApplicationName(QStringLiteral("Aztrue"));
+    ModelState& model = TheMainWindow().Model();
+    model.ProgramFolder = FindProgramFolder();
     WindowsDisplay windows(TheMainWindow(), {});
     TheMainWindow().SetDisplay(windows);
     // The first form: its load runs InitModel, as no client started us.
     fMain& w = windows.Main();
+    // The load has switched the Test menu and the Test Log off; a developer
+    // gets them back.
+    if (Options.Developer) {
+        w.menuTest->menuAction()->setVisible(true);
+        model.TestLog = true;
+    }
+    if (!Options.DeveloperHorizon.empty()) w.Tests->HorizonFile = Options.DeveloperHorizon;
     w.show();
-    if (!File.empty()) w.OpenCalibrationFile(File);
+    if (!Options.File.empty()) w.OpenCalibrationFile(Options.File);
     const int status = app.exec();
     ForgetWindows();
     return status;

@@ -2,12 +2,13 @@
 // desktop program.
 #pragma once
 
-#include <string>
+#include "app/DesktopOptions.h"
 
 // Serves clients on the D-Bus session bus; the main window exists unseen
 // and appears when a client asks for it.
 int RunAutomation(int argc, char** argv);
 
 // The desktop program: the main window on the screen, with the calibration
-// File open at start unless File is empty.
-int RunDesktop(int argc, char** argv, const std::string& File);
+// file of Options open at start unless it is empty, and the developers'
+// Test menu when Options asks for it.
+int RunDesktop(int argc, char** argv, const DesktopOptions& Options);

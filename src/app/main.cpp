@@ -7,6 +7,7 @@
 
 #include "app/AlignPointsCommand.h"
 #include "app/AutomationStart.h"
+#include "app/DesktopOptions.h"
 #include "app/FitCommand.h"
 #include "app/PlotCommand.h"
 #include "app/ProgramFolder.h"
@@ -16,7 +17,7 @@ namespace {
 
 void Usage(std::ostream& out) {
     out << "usage: aztrue --automation\n"
-           "       aztrue [FILE.AZT]\n"
+           "       aztrue [--developer] [--developer-horizon FILE.hrz] [FILE.AZT]\n"
            "       aztrue --version\n"
            "       aztrue fit [--terms altaz|equatorial|all|none] [--json] [--stats] FILE\n"
            "       aztrue fit --scale-search [--seed N] [--save OUT.AZT] FILE\n"
@@ -35,7 +36,6 @@ int main(int argc, char** argv) {
     // file stays.
     std::signal(SIGXFSZ, SIG_IGN);
     std::vector<std::string> args(argv + 1, argv + argc);
-    if (args.empty()) return RunDesktop(argc, argv, std::string());
     if (args.size() == 1 && args[0] == "--automation") {
         return RunAutomation(argc, argv);
     }
@@ -60,10 +60,9 @@ int main(int argc, char** argv) {
         Usage(std::cout);
         return 0;
     }
-    // A single argument that is no option is a calibration to open.
-    if (args.size() == 1 && !args[0].empty() && args[0][0] != '-') {
-        return RunDesktop(argc, argv, args[0]);
-    }
+    // Otherwise the desktop program, with at most one calibration to open.
+    DesktopOptions options;
+    if (ParseDesktopOptions(args, options, std::cerr)) return RunDesktop(argc, argv, options);
     Usage(std::cerr);
     return 2;
 }

@@ -36,3 +36,9 @@ void PictureBox::mousePressEvent(QMouseEvent* event) {
 void PictureBox::mouseDoubleClickEvent(QMouseEvent* event) {
     event->accept();
 }
+
+void PictureBox::mouseMoveEvent(QMouseEvent* event) {
+    const QPointF pos = event->position() - QPointF(contentsRect().topLeft());
+    if (OnMouseMove) OnMouseMove(pos.x(), pos.y());
+    event->accept();
+}

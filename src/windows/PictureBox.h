@@ -26,11 +26,15 @@ class PictureBox : public QFrame {
 
     // Called with the position of a mouse press, in pixels of the picture.
     std::function<void(double X, double Y)> OnMouseDown;
+    // Called with the position of the mouse as it moves over the control:
+    // with a button pressed, or always once mouse tracking is on.
+    std::function<void(double X, double Y)> OnMouseMove;
 
   protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
 
   private:
     cPicture picture_;

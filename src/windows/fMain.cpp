@@ -26,6 +26,7 @@
 #include "windows/StarDots.h"
 #include "windows/WindowSet.h"
 #include "windows/WindowsDisplay.h"
+#include "windows/TestMenu.h"
 #include "windows/fAbout.h"
 
 namespace {
@@ -256,6 +257,7 @@ void fMain::BuildMenus() {
 
     // The development menu; the load switches it off for the operator.
     menuTest = menuBar()->addMenu(QStringLiteral("&Test"));
+    Tests = new TestMenu(s_, *menuTest);
 
     menuAbout = menuBar()->addAction(QStringLiteral("&About"));
     connect(menuAbout, &QAction::triggered, this, [this] { ShowAbout(); });
@@ -347,6 +349,7 @@ void fMain::DisplayErrors() {
 void fMain::UnloadAll() {
     LogLine("UnloadAll()");
     windows_.UnloadAll();
+    Tests->CloseTest();
     if (About) About->close();
     LogLine("UnloadAll finished");
 }

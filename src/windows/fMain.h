@@ -24,6 +24,7 @@ class QRadioButton;
 class PictureBox;
 class WindowSet;
 class WindowsDisplay;
+class TestMenu;
 class fAbout;
 struct ModelState;
 
@@ -123,6 +124,8 @@ class fMain : public QMainWindow {
     QPushButton* cmdMountErrors = nullptr;
     QPushButton* cmdCalPoints = nullptr;
     QMenu* menuTest = nullptr;
+    // The entries of the Test menu and their windows, owned by menuTest.
+    TestMenu* Tests = nullptr;
     QAction* menuAbout = nullptr;
     fAbout* About = nullptr;
 

@@ -8,22 +8,11 @@
 #include "autoalign/HorizonFile.h"
 #include "files/TestLogList.h"
 #include "model/ModelState.h"
+#include "server/RecalcChain.h"
 #include "sky/NumberText.h"
-#include "windows/fAutoAlign.h"
-#include "windows/fTest.h"
+#include "windows/WindowSet.h"
 
-namespace {
-
-template <class W>
-void ShowWindow(W& Window) {
-    Window.show();
-    Window.raise();
-    Window.activateWindow();
-}
-
-}  // namespace
-
-TestMenu::TestMenu(ModelState& s, QMenu& Menu) : QObject(&Menu), s_(s) {
+TestMenu::TestMenu(WindowSet& Windows, QMenu& Menu) : QObject(&Menu), windows_(Windows) {
     struct Entry {
         const char* Name;
         const char* Caption;
@@ -43,63 +32,27 @@ TestMenu::TestMenu(ModelState& s, QMenu& Menu) : QObject(&Menu), s_(s) {
         connect(a, &QAction::triggered, this, [this, React = e.React] { (this->*React)(); });
     }
     menuCalPoints = Menu.findChild<QAction*>(QStringLiteral("menuCalPoints"));
-    // A line for the list loads fTest, unseen, if it is not there.
-    SetTestLogSink([self = QPointer<TestMenu>(this)](const std::string& Line) {
-        if (self) self->Test().AddLine(Line);
-    });
-}
-
-TestMenu::~TestMenu() {
-    delete test_.data();
-    delete autoAlign_.data();
-}
-
-fTest& TestMenu::Test() {
-    if (!test_) {
-        test_ = new fTest;
-        test_->setAttribute(Qt::WA_DeleteOnClose);
-    }
-    return *test_;
-}
-
-fAutoAlign& TestMenu::AutoAlign() {
-    if (!autoAlign_) {
-        autoAlign_ = new fAutoAlign(s_);
-        autoAlign_->setAttribute(Qt::WA_DeleteOnClose);
-    }
-    return *autoAlign_;
-}
-
-fTest* TestMenu::TestIfLoaded() const {
-    return test_.data();
-}
-
-fAutoAlign* TestMenu::AutoAlignIfLoaded() const {
-    return autoAlign_.data();
-}
-
-void TestMenu::CloseTest() {
-    if (test_) test_->close();
 }
 
 void TestMenu::CalPoints() {
-    ShowWindow(Test());
+    ModelState& s = windows_.Chain().Model();
+    windows_.Test.Show();
     const std::string file = HorizonFile.empty()
-                                 ? (std::filesystem::path(s_.ProgramFolder) / "sample.hrz").string()
+                                 ? (std::filesystem::path(s.ProgramFolder) / "sample.hrz").string()
                                  : HorizonFile;
     // A failed read leaves the old skyline, and the points are made with it.
-    ReadHorizon(s_, file, s_.Horizon);
-    AddTestLogLine(s_, "Hrz:");
-    const int n = std::clamp<int>(s_.Horizon.Num, 0, kHorizonTableSize);
+    ReadHorizon(s, file, s.Horizon);
+    AddTestLogLine(s, "Hrz:");
+    const int n = std::clamp<int>(s.Horizon.Num, 0, kHorizonTableSize);
     for (int i = 0; i < n; ++i) {
-        AddTestLogLine(s_, IntText(i) + "  " + NumberText(s_.Horizon.Az[i]) + "  " +
-                               NumberText(s_.Horizon.El[i]));
+        AddTestLogLine(s, IntText(i) + "  " + NumberText(s.Horizon.Az[i]) + "  " +
+                              NumberText(s.Horizon.El[i]));
     }
-    MakeAutoAlignPoints(s_);
+    MakeAutoAlignPoints(s);
     // The first show draws the map as it sizes it; a window that was open
     // already is drawn again with the new list.
-    fAutoAlign& w = AutoAlign();
-    const bool wasOpen = w.isVisible();
-    ShowWindow(w);
-    if (wasOpen) w.DrawAutoAlignGraph();
+    const bool wasOpen =
+        windows_.AutoAlign.IfLoaded() && windows_.AutoAlign.IfLoaded()->isVisible();
+    windows_.AutoAlign.Show();
+    if (wasOpen) windows_.AutoAlign.Get().DrawAutoAlignGraph();
 }

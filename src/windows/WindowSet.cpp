@@ -1,6 +1,7 @@
 #include "windows/WindowSet.h"
 
 #include "files/WindowHooks.h"
+#include "server/RecalcChain.h"
 
 WindowSet::WindowSet(RecalcChain& Chain)
     : chain_(Chain),
@@ -9,13 +10,18 @@ WindowSet::WindowSet(RecalcChain& Chain)
       CalPoints([this] { return new fCalPoints(*this); }),
       Setup([this] { return new fSetup(*this); }),
       Analysis([this] { return new fAnalysis(*this); }),
-      Advanced([this] { return new fAdvanced(*this); }) {
+      Advanced([this] { return new fAdvanced(*this); }),
+      Test([] { return new fTest; }),
+      AutoAlign([this] { return new fAutoAlign(chain_.Model()); }) {
     // A loaded file shows its flags in the check boxes at once; the window
     // comes into being for that if it does not exist yet.
     previousHook_ = SetEnableToChkHook([this] { Errors.Get().EnableToChk(); });
+    // A line for the Test Log list loads fTest, unseen, if it is not there.
+    previousSink_ = SetTestLogSink([this](const std::string& Line) { Test.Get().AddLine(Line); });
 }
 
 WindowSet::~WindowSet() {
+    SetTestLogSink(std::move(previousSink_));
     SetEnableToChkHook(std::move(previousHook_));
 }
 
@@ -25,6 +31,7 @@ void WindowSet::UnloadAll() {
     Analysis.Close();
     Errors.Close();
     Advanced.Close();
+    Test.Close();
 }
 
 void WindowSet::KillWindows() {
@@ -43,4 +50,5 @@ void WindowSet::CloseAll() {
     Errors.Close();
     Main.Close();
     Setup.Close();
+    Test.Close();
 }

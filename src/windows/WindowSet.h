@@ -11,20 +11,24 @@
 
 #include <functional>
 
+#include "files/TestLogList.h"
 #include "windows/LazyWindow.h"
 #include "windows/fAdvanced.h"
 #include "windows/fAnalysis.h"
+#include "windows/fAutoAlign.h"
 #include "windows/fCalPoints.h"
 #include "windows/fErrors.h"
 #include "windows/fMain.h"
 #include "windows/fSetup.h"
+#include "windows/fTest.h"
 
 class RecalcChain;
 
 class WindowSet {
   public:
     // Installs the copy of LoadCalFile's term flags into fErrors' check
-    // boxes for as long as the set lives.
+    // boxes, and fTest's list as the Test Log list, for as long as the set
+    // lives.
     explicit WindowSet(RecalcChain& Chain);
     ~WindowSet();
     WindowSet(const WindowSet&) = delete;
@@ -35,6 +39,7 @@ class WindowSet {
   private:
     RecalcChain& chain_;
     std::function<void()> previousHook_;
+    TestLogSink previousSink_;
 
   public:
     LazyWindow<fMain> Main;
@@ -43,6 +48,10 @@ class WindowSet {
     LazyWindow<fSetup> Setup;
     LazyWindow<fAnalysis> Analysis;
     LazyWindow<fAdvanced> Advanced;
+    // The developers' windows of the Test menu: the Test Log list and the
+    // Auto Alignment map.
+    LazyWindow<fTest> Test;
+    LazyWindow<fAutoAlign> AutoAlign;
 
     // The main window's unload: fSetup, fCalPoints, fAnalysis, fErrors,
     // fAdvanced, fTest, fVirtualScope (fAbout belongs to the main window).

@@ -257,7 +257,7 @@ void fMain::BuildMenus() {
 
     // The development menu; the load switches it off for the operator.
     menuTest = menuBar()->addMenu(QStringLiteral("&Test"));
-    Tests = new TestMenu(s_, *menuTest);
+    Tests = new TestMenu(windows_, *menuTest);
 
     menuAbout = menuBar()->addAction(QStringLiteral("&About"));
     connect(menuAbout, &QAction::triggered, this, [this] { ShowAbout(); });
@@ -349,7 +349,6 @@ void fMain::DisplayErrors() {
 void fMain::UnloadAll() {
     LogLine("UnloadAll()");
     windows_.UnloadAll();
-    Tests->CloseTest();
     if (About) About->close();
     LogLine("UnloadAll finished");
 }

@@ -124,7 +124,7 @@ class fMain : public QMainWindow {
     QPushButton* cmdMountErrors = nullptr;
     QPushButton* cmdCalPoints = nullptr;
     QMenu* menuTest = nullptr;
-    // The entries of the Test menu and their windows, owned by menuTest.
+    // The entries of the Test menu, owned by menuTest.
     TestMenu* Tests = nullptr;
     QAction* menuAbout = nullptr;
     fAbout* About = nullptr;

@@ -13,6 +13,7 @@
 #include "windows/PictureBox.h"
 #include "windows/TestMenu.h"
 #include "windows/TestRegistry.h"
+#include "windows/WindowSet.h"
 #include "windows/WindowsTestSupport.h"
 #include "windows/fAutoAlign.h"
 #include "windows/fMain.h"
@@ -109,8 +110,8 @@ class AutoAlignWindowTest : public QObject {
         fMain main(*s);
         s->TestLog = true;
         main.Tests->menuCalPoints->trigger();
-        const QStringList lines = Lines(main.Tests->Test());
-        QVERIFY(main.Tests->Test().isVisible());
+        const QStringList lines = Lines(main.Windows().Test.Get());
+        QVERIFY(main.Windows().Test.Get().isVisible());
         QCOMPARE(lines.first(), QStringLiteral("Read Horizon:"));
         // The sample (90, 1.5) is a whole degree of the table.
         for (const char* line : {"String Input:90, 1.5", "Az,El: 90  1.5", "Hrz:", "90  90  1.5",
@@ -120,7 +121,7 @@ class AutoAlignWindowTest : public QObject {
         // cos 0.55194, 0.98611 radians; the last of the 20 points before it.
         QCOMPARE(lines.mid(lines.size() - 2),
                  QStringList({"20", "DrawCP: 33.5  0.83389  0  0.55194  0.98611  0"}));
-        fAutoAlign* map = main.Tests->AutoAlignIfLoaded();
+        fAutoAlign* map = main.Windows().AutoAlign.IfLoaded();
         QVERIFY(map && map->isVisible());
 
         // Get Horizon through the chooser, with the Test Log off.
@@ -133,12 +134,12 @@ class AutoAlignWindowTest : public QObject {
         map->cmdHorizon->click();
         QCOMPARE(title, QStringLiteral("Load Horizon File"));
         QCOMPARE(s->Horizon.El[90], 15.0);
-        QCOMPARE(Lines(main.Tests->Test()).size(), lines.size());
+        QCOMPARE(Lines(main.Windows().Test.Get()).size(), lines.size());
 
         // The main window's unload closes the list, never the map.
         main.UnloadAll();
         QCoreApplication::processEvents();
-        QVERIFY(main.Tests->TestIfLoaded() == nullptr || !main.Tests->TestIfLoaded()->isVisible());
+        QVERIFY(main.Windows().Test.IfLoaded() == nullptr);
         QVERIFY(map->isVisible());
     }
 };

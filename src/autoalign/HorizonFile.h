@@ -25,6 +25,3 @@ bool ReadHorizon(ModelState& s, const std::string& FileName, HorizonRecord& Hrz)
 // there is one, Field becomes the trimmed part before it and Text what
 // follows it, untrimmed, and the result is true; else Field stays as it was.
 bool GetField(std::string& Text, const std::string& Delimiter, std::string& Field);
-
-// Sorts entries 0 to Hrz.Num by rising Az, elevations moving with them.
-void SortHorizon(HorizonRecord& Hrz);

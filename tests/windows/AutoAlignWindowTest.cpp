@@ -63,41 +63,32 @@ class AutoAlignWindowTest : public QObject {
         QVERIFY(!(PixelAt(pic, 106, 68) == red));
     }
 
-    void ResizeKeepsTheMapSquareBelowTheControls() {
+    void ResizeKeepsTheMapSquareAndTheMouseReadsIt() {
         // Side = smaller of width - 1 and height - 1 - 50, at (1, 50).
         auto s = FreshModel();
         fAutoAlign w(*s);
         w.show();
         const struct {
             int Width, Height, Side;
-        } cases[] = {{441, 490, 439}, {800, 300, 249}, {300, 800, 299}};
-        for (const auto& c : cases) {
+        } sizes[] = {{441, 490, 439}, {800, 300, 249}, {300, 800, 299}, {405, 455, 404}};
+        for (const auto& c : sizes) {
             w.resize(c.Width, c.Height);
             QCoreApplication::processEvents();
             QCOMPARE(w.picGraph->geometry(), QRect(1, 50, c.Side, c.Side));
             QCOMPARE(w.picGraph->Picture().ScaleWidth(), c.Side - 2 * PictureBox::kBorder);
         }
-    }
-
-    void MouseShowsAzimuthAndElevation() {
-        // 405 by 455: side 404, 400 inside, centre 200, ring 190 pixels. At
-        // the very centre the arctangent of (0, 0) is 0, so the azimuth is
-        // -(90 + 0) + 360 = 270; 95 pixels down is 45 degrees up, south.
-        auto s = FreshModel();
-        fAutoAlign w(*s);
-        w.show();
-        w.resize(405, 455);
-        QCoreApplication::processEvents();
-        const int b = PictureBox::kBorder;
+        // At 404: 400 inside, centre 200, ring 190 pixels. At the very centre
+        // the arctangent of (0, 0) is 0, so the azimuth is -(90 + 0) + 360 =
+        // 270; 95 pixels down is 45 degrees up, to the south.
         const struct {
             int x, y;
             const char *Az, *El;
-        } cases[] = {{200, 200, "270°", "90°"},
-                     {200, 10, "0°", "0°"},
-                     {390, 200, "90°", "0°"},
-                     {200, 295, "180°", "45°"}};
-        for (const auto& c : cases) {
-            QTest::mouseMove(w.picGraph, QPoint(c.x + b, c.y + b));
+        } places[] = {{200, 200, "270°", "90°"},
+                      {200, 10, "0°", "0°"},
+                      {390, 200, "90°", "0°"},
+                      {200, 295, "180°", "45°"}};
+        for (const auto& c : places) {
+            QTest::mouseMove(w.picGraph, QPoint(c.x, c.y) + QPoint(1, 1) * PictureBox::kBorder);
             QCOMPARE(w.lblAz->text(), QString::fromUtf8(c.Az));
             QCOMPARE(w.lblEl->text(), QString::fromUtf8(c.El));
         }

@@ -1,5 +1,5 @@
 // The aztrue executable: the desktop program, the automation server, the
-// fit, plot and align-points commands and the version.
+// fit, plot, align-points and suggest commands and the version.
 #include <csignal>
 #include <iostream>
 #include <string>
@@ -11,6 +11,7 @@
 #include "app/FitCommand.h"
 #include "app/PlotCommand.h"
 #include "app/ProgramFolder.h"
+#include "app/SuggestCommand.h"
 #include "model/ModelState.h"
 
 namespace {
@@ -24,7 +25,8 @@ void Usage(std::ostream& out) {
            "       aztrue plot [--size N] --out DIR FILE\n"
            "       aztrue align-points [--horizon FILE.hrz] [--latitude DEG]\n"
            "                           [--mount altaz|fork|gem] [--count N]\n"
-           "                           [--order NE|NW|SE|SW|Rnd] [--json]\n";
+           "                           [--order NE|NW|SE|SW|Rnd] [--json]\n"
+           "       aztrue suggest [--horizon FILE.hrz] [--count N] [--json] FILE.AZT\n";
 }
 
 }  // namespace
@@ -55,6 +57,10 @@ int main(int argc, char** argv) {
     if (!args.empty() && args[0] == "align-points") {
         return RunAlignPointsCommand(std::vector<std::string>(args.begin() + 1, args.end()),
                                      FindProgramFolder(), std::cout, std::cerr);
+    }
+    if (!args.empty() && args[0] == "suggest") {
+        return RunSuggestCommand(std::vector<std::string>(args.begin() + 1, args.end()),
+                                 FindProgramFolder(), std::cout, std::cerr);
     }
     if (!args.empty() && (args[0] == "--help" || args[0] == "-h")) {
         Usage(std::cout);

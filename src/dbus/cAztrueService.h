@@ -161,6 +161,9 @@ class cAztrueService : public QObject, protected QDBusContext {
     QList<short> GetTermStatistics(QList<double>& Coef, QList<double>& Sigma);
     double GetCrossValidatedErrors(double& Max);
     QList<short> GetCorrelations(double Limit, QList<short>& TermB, QList<double>& Rho);
+    // A Count below 0 or above the candidate table's room gets InvalidArgs;
+    // candidates that cannot be read get Failed.
+    QList<double> SuggestPoints(short Count, QList<double>& Elevation);
 
     // Answers the call being served with an error instead of its reply.
     void RefuseCall(QDBusError::ErrorType Type, const QString& Message);

@@ -2,6 +2,7 @@
 // arrays around the calls of cAztrueStatistics.
 #include <vector>
 
+#include "autoalign/NextPoints.h"
 #include "dbus/cAztrueService.h"
 #include "server/cAztrueStatistics.h"
 
@@ -40,4 +41,24 @@ QList<short> cAztrueService::GetCorrelations(double Limit, QList<short>& TermB,
     TermB = ListOf(termB);
     Rho = ListOf(rho);
     return ListOf(termA);
+}
+
+QList<double> cAztrueService::SuggestPoints(short Count, QList<double>& Elevation) {
+    if (Count < 0 || Count > kMaxSuggestedPoints) {
+        RefuseCall(QDBusError::InvalidArgs,
+                   QStringLiteral("SuggestPoints: Count must be from 0 to %1, not %2")
+                       .arg(kMaxSuggestedPoints)
+                       .arg(Count));
+        return {};
+    }
+    std::vector<double> azimuth;
+    std::vector<double> elevation;
+    if (!statistics_->SuggestPoints(Count, azimuth, elevation)) {
+        RefuseCall(QDBusError::Failed,
+                   QStringLiteral("SuggestPoints: the candidate directions (Points.txt in the "
+                                  "program's folder) cannot be read"));
+        return {};
+    }
+    Elevation = ListOf(elevation);
+    return ListOf(azimuth);
 }

@@ -1,6 +1,8 @@
 #include "server/cAztrueStatistics.h"
 
+#include "autoalign/NextPoints.h"
 #include "files/TraceLog.h"
+#include "model/Constants.h"
 #include "model/CrossValidation.h"
 #include "model/FitStatistics.h"
 #include "model/ModelState.h"
@@ -54,4 +56,19 @@ void cAztrueStatistics::GetCorrelations(double Limit, std::vector<int16_t>& Term
         TermB.push_back(p.TermB);
         Rho.push_back(p.Rho);
     }
+}
+
+bool cAztrueStatistics::SuggestPoints(int Count, std::vector<double>& Azimuth,
+                                      std::vector<double>& Elevation) {
+    LogLineWith([&] { return CallText("SuggestPoints", {IntText(Count)}); });
+    Azimuth.clear();
+    Elevation.clear();
+    if (Count < 0 || Count > kMaxSuggestedPoints) return true;
+    FitAgain();
+    const NextPoints next = SuggestNextPoints(model_, Count);
+    for (const SuggestedPoint& p : next.Points) {
+        Azimuth.push_back(p.Point.Phi);
+        Elevation.push_back(kHalfTurn / 2 - p.Point.Theta);
+    }
+    return next.Read;
 }

@@ -33,6 +33,13 @@ class cAztrueStatistics {
     void GetCorrelations(double Limit, std::vector<int16_t>& TermA, std::vector<int16_t>& TermB,
                          std::vector<double>& Rho);
 
+    // At most Count directions (0 to kMaxSuggestedPoints) where the next
+    // stars would pin the active terms down best, in the order to walk:
+    // azimuth from north through east and elevation, radians. The candidates
+    // are Points.txt of the program's folder above the model's skyline;
+    // false, with both lists empty, when that file cannot be read.
+    bool SuggestPoints(int Count, std::vector<double>& Azimuth, std::vector<double>& Elevation);
+
   private:
     void FitAgain();
 

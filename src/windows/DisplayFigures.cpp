@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "model/FitStatistics.h"
 #include "model/ModelState.h"
 #include "sky/NumberText.h"
 
@@ -17,6 +18,11 @@ std::string ErrStr(double Value) {
         }
     }
     return Text;
+}
+
+std::string TermTipText(double Sigma, double Significance) {
+    if (!std::isfinite(Sigma)) return "Standard error unknown: no more observations than terms";
+    return "Standard error " + ErrStr(Sigma) + ", significance " + RoundedText(Significance, 1);
 }
 
 DisplayFigures ComputeDisplayFigures(const ModelState& s) {
@@ -54,6 +60,9 @@ DisplayFigures ComputeDisplayFigures(const ModelState& s) {
             e.lblErr[static_cast<size_t>(i)] = ErrStr(s.TermCoef[static_cast<size_t>(i)]);
         }
     }
+
+    for (const TermStatistic& t : ComputeFitStatistics(s).Terms)
+        e.TermTip[static_cast<size_t>(t.Term)] = TermTipText(t.Sigma, t.Significance);
 
     m.lblRMSSelected = e.lblRMSSelected = ErrStr(s.RMSErrSel);
     m.lblMaxSelected = e.lblMaxSelected = ErrStr(s.MaxErrSel);

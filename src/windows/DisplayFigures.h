@@ -16,6 +16,11 @@ struct ModelState;
 // the unrounded values, so 0.99999 arcminutes reads 60".
 std::string ErrStr(double Value);
 
+// The tooltip of a term's value: "Standard error 1.2\", significance 3.4"
+// (the value over its standard error), or a note that the points leave no
+// freedom for an error when Sigma is not a finite number.
+std::string TermTipText(double Sigma, double Significance);
+
 // Text colour of the sensitivity labels: black up to 300, red above.
 inline constexpr long kSensitivityOkColor = 0;
 inline constexpr long kSensitivityHighColor = 255;
@@ -44,6 +49,10 @@ struct ModelParameterFigures {
     // Signed value of term n in element n, n from 3 to 46; empty for a term
     // the fit left out.
     std::array<std::string, kNumTerms + 1> lblErr{};
+    // Tooltip of the value label of term n (1 lblPhi0, 2 lblTheta0, 3 to 46
+    // lblErr): its standard error and significance; empty for a term the
+    // fit left out.
+    std::array<std::string, kNumTerms + 1> TermTip{};
     bool chkRefraction = false;
     std::string txtMaxSensitivity;
     std::string lblSensitivity;

@@ -112,8 +112,11 @@ void fErrors::MaxSensitivityChanged() {
 void fErrors::ShowFigures(const ModelParameterFigures& f) {
     lblTheta0->setText(Q(f.lblTheta0));
     lblPhi0->setText(Q(f.lblPhi0));
+    lblPhi0->setToolTip(Q(f.TermTip[1]));
+    lblTheta0->setToolTip(Q(f.TermTip[2]));
     for (int i = 3; i <= kNumTerms; ++i) {
         lblErr[static_cast<size_t>(i)]->setText(Q(f.lblErr[static_cast<size_t>(i)]));
+        lblErr[static_cast<size_t>(i)]->setToolTip(Q(f.TermTip[static_cast<size_t>(i)]));
     }
     lblRMSSelected->setText(Q(f.lblRMSSelected));
     lblMaxSelected->setText(Q(f.lblMaxSelected));
@@ -137,7 +140,10 @@ void fErrors::ShowFigures(const ModelParameterFigures& f) {
 }
 
 void fErrors::ClearTermValues() {
-    for (int i = 3; i <= kNumTerms; ++i) lblErr[static_cast<size_t>(i)]->clear();
+    for (int i = 3; i <= kNumTerms; ++i) {
+        lblErr[static_cast<size_t>(i)]->clear();
+        lblErr[static_cast<size_t>(i)]->setToolTip(QString());
+    }
 }
 
 bool fErrors::event(QEvent* Event) {

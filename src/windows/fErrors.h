@@ -44,7 +44,7 @@ class fErrors : public QWidget {
     // The labels, the refraction box and the limit from the figures that
     // DisplayErrors worked out.
     void ShowFigures(const ModelParameterFigures& Figures);
-    // Empties the value cells of terms 3 to 46.
+    // Empties the value cells of terms 3 to 46 and their tooltips.
     void ClearTermValues();
 
     // Controls, named as in the window's design; arrays by flag or term.

@@ -19,7 +19,9 @@ inline constexpr int kMaxSuggestedPoints = kAutoAlignTableSize - 1;
 
 // The design rows of one star: element [c][i] is component c (1 to 3, mount
 // frame x, y, z) of the basis of the active term at place i (1 to k) of the
-// fit's term list. A star measured there adds A^T A to the normal matrix.
+// fit's term list, the change of the unit pointing vector per radian of the
+// coefficient (unitless). A star measured there adds A^T A to the normal
+// matrix, which is unitless too.
 using DesignRows = std::array<std::array<double, kNumTerms + 1>, 4>;
 
 struct SuggestedPoint {

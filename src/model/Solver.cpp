@@ -4,10 +4,12 @@
 #include <cstring>
 #include <memory>
 
+#include "files/TestLogList.h"
 #include "model/FitWorkspace.h"
 #include "model/Frames.h"
 #include "model/ModelState.h"
 #include "model/SkyChain.h"
+#include "sky/mStrings.h"
 
 // Term k of the flags governs term 5 (k 1), term 6 (k 2), and the pair
 // 2k+1, 2k+2 for k >= 3. Terms 1 to 4 have no flag. Pairs enter together.
@@ -26,6 +28,17 @@ void SelectActiveTerms(ModelState& s, int16_t MaxTerm) {
 }
 
 namespace {
+
+// The offsets and rotations of a pass of the fit, for the Test Log list:
+// ThetaEncOffset and PhiEncOffset on one line, ErrorWest and ErrorNorth on
+// the next, each as degrees, minutes and seconds.
+void LogOffsets(const ModelState& s) {
+    if (!s.TestLog) return;
+    AddTestLogLine(s, "ThetaEncOffset = " + AngleToDMSStr(s.ThetaEncOffset, true, 2) +
+                          "  PhiEncOffset = " + AngleToDMSStr(s.PhiEncOffset, true, 2));
+    AddTestLogLine(s, "ErrorWest = " + AngleToDMSStr(s.ErrorWest, true, 2) +
+                          "  ErrorNorth = " + AngleToDMSStr(s.ErrorNorth, true, 2));
+}
 
 SkyInputs InputsOf(const ModelState& s, const CalPoint& pt) {
     SkyInputs in;
@@ -251,6 +264,8 @@ void SolveCoefficients(ModelState& s) {
 // ended stage 1.
 void Calibrate(ModelState& s) {
     FitWorkspace& w = ThreadWorkspace();
+    AddTestLogLine(s, "");
+    AddTestLogLine(s, "Calibrate:");
 
     ZeroOffsetsAndRotations(s);
     PrepareFitWorkspace(s, w);
@@ -276,6 +291,7 @@ void Calibrate(ModelState& s) {
             FinishSolve(s, w.Solve);
             ++lastRun.Rungs;
         }
+        LogOffsets(s);
         if (s.Sensitivity <= s.MaxSensitivity) {
             stage1Solved = true;
             break;
@@ -316,6 +332,8 @@ void Calibrate(ModelState& s) {
         D = s.Math.Max(std::fabs(s.PhiEncOffset - oldPhi), std::fabs(s.ThetaEncOffset - oldTheta));
         D = s.Math.Max(D, std::fabs(s.ErrorNorth - oldNorth));
         D = s.Math.Max(D, std::fabs(s.ErrorWest - oldWest));
+        if (s.TestLog) AddTestLogLine(s, "Iterating Offsets: Iter = " + std::to_string(count));
+        LogOffsets(s);
     } while (!(D < 1e-6) && count < 200);
     lastRun.Passes = count;
     for (int t = 1; t <= s.NumTerms; ++t) lastRun.ActiveTerms += s.TermActive[t];

@@ -18,7 +18,11 @@ cAztrue::cAztrue(RecalcChain& MainWindow) : model_(MainWindow.Model()), main_(Ma
 
 cAztrue::cAztrue() : cAztrue(TheMainWindow()) {}
 
+cAztrue::cAztrue(RecalcChain& MainWindow, Attach)
+    : model_(MainWindow.Model()), main_(MainWindow), endsProcess_(false) {}
+
 cAztrue::~cAztrue() {
+    if (!endsProcess_) return;
     LogLine("Class_Terminate()");
     main_.Display().DisposeAll();
 }

@@ -19,6 +19,11 @@ class cAztrue {
     explicit cAztrue(RecalcChain& MainWindow);
     // The same over the process-wide model and main window object.
     cAztrue();
+    // The program's own object for its development windows and checks: it
+    // works on the model of MainWindow as it stands, without InitModel or
+    // ServerStarted, and its end closes nothing.
+    struct Attach {};
+    cAztrue(RecalcChain& MainWindow, Attach);
     // Termination closes every window and ends the process (DisposeAll).
     ~cAztrue();
     cAztrue(const cAztrue&) = delete;
@@ -139,4 +144,5 @@ class cAztrue {
 
     ModelState& model_;
     RecalcChain& main_;
+    bool endsProcess_ = true;  // a client's object ends the process with it
 };

@@ -6,6 +6,7 @@
 
 #include <cmath>
 
+#include "files/TestLogList.h"
 #include "model/ModelState.h"
 #include "sky/NumberText.h"
 #include "sky/Rounding.h"
@@ -136,6 +137,10 @@ DateTimeRec GSTToLST(const ModelState& s, const DateTimeRec& GST, const DateTime
 DateTimeRec LTToLST(const ModelState& s, const DateTimeRec& LT) {
     DateTimeRec UT = LTToUT(LT);
     DateTimeRec GST = UTToGST(UT);
+    if (s.TestLog) {
+        AddTestLogLine(s, "LTToLST: UT = " + DateTimeStr(UT));
+        AddTestLogLine(s, "LTToLST: GST = " + DateTimeStr(GST));
+    }
     return GSTToLST(s, GST, LT);
 }
 
@@ -145,7 +150,7 @@ double LTToLSTRad(const ModelState& s, const DateTimeRec& LT) {
 }
 
 // Calendar date and time of day (universal) of a Julian day, Meeus chapter 7.
-DateTimeRec JDToDate(double JD) {
+DateTimeRec JDToDate(double JD, const ModelState* Log) {
     DateTimeRec d;
     double Z = VbInt(JD + 0.5);
     double F = JD + 0.5 - Z;
@@ -169,6 +174,10 @@ DateTimeRec JDToDate(double JD) {
     double minutes = (hours - d.Hour) * 60;
     d.Minute = ToField(VbInt(minutes));
     d.Second = (minutes - d.Minute) * 60;
+    if (Log && Log->TestLog) {
+        AddTestLogLine(*Log, NumberText(A) + "  " + NumberText(B) + "  " + NumberText(C) + "  " +
+                                 NumberText(D) + "  " + NumberText(E) + "  " + NumberText(F));
+    }
     return d;
 }
 
@@ -179,8 +188,12 @@ DateTimeRec JDToDate(double JD) {
 // eastern site, where the sum can pass 24 hours before the product is taken.
 // Clients rely on this value as it is.
 double JDtoLSTRad(const ModelState& s, double JD) {
-    DateTimeRec UT = JDToDate(JD);
+    DateTimeRec UT = JDToDate(JD, &s);
     DateTimeRec GST = UTToGST(UT);
+    if (s.TestLog) {
+        AddTestLogLine(s, "JDtoLSTRad: UT = " + DateTimeStr(UT));
+        AddTestLogLine(s, "JDtoLSTRad: GST = " + DateTimeStr(GST));
+    }
     double L = GST.Hour + GST.Minute / 60.0 + GST.Second / 3600.0 + s.Longitude / 15;
     if (L < 0) L = L + 24;
     L = L * 1.002737908;

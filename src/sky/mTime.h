@@ -30,6 +30,7 @@ DateTimeRec UTToGST(const DateTimeRec& UT);
 DateTimeRec GSTToLST(const ModelState& s, const DateTimeRec& GST, const DateTimeRec& LT);
 DateTimeRec LTToLST(const ModelState& s, const DateTimeRec& LT);
 double LTToLSTRad(const ModelState& s, const DateTimeRec& LT);
-DateTimeRec JDToDate(double JD);
+// With Log, and its TestLog on, the steps A to F go to the Test Log list.
+DateTimeRec JDToDate(double JD, const ModelState* Log = nullptr);
 double JDtoLSTRad(const ModelState& s, double JD);
 std::string DateTimeStr(const DateTimeRec& d);

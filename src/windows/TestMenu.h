@@ -30,9 +30,21 @@ class TestMenu : public QObject {
     // menuCalPoints: shows fTest, reads the horizon file into Horizon and
     // lists it, makes the points and shows them in fAutoAlign.
     void CalPoints();
+    // menu_TestTime: the clock fields, the way from sky to encoders and
+    // back with the tracking rates, and the two ways to sidereal time.
+    void Time();
+    // menuTestRotation: a star on the meridian and the equator to encoders
+    // and back, its rates, field angle and rate, and the time they took.
+    void Rotation();
+    // menu_Trace: shows fTest.
+    void Trace();
 
     QAction* menuCalPoints = nullptr;
 
   private:
+    // Shows fTest and sets TestServer's clock to the computer's time in
+    // zone -8 with daylight saving; gives LST (radians) and JD.
+    void CommonStart(double& LST, double& JD);
+
     WindowSet& windows_;
 };

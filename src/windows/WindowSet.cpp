@@ -5,6 +5,7 @@
 
 WindowSet::WindowSet(RecalcChain& Chain)
     : chain_(Chain),
+      TestServer(Chain, cAztrue::Attach{}),
       Main([this] { return new fMain(*this); }),
       Errors([this] { return new fErrors(*this); }),
       CalPoints([this] { return new fCalPoints(*this); }),

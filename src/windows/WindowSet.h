@@ -12,6 +12,7 @@
 #include <functional>
 
 #include "files/TestLogList.h"
+#include "server/cAztrue.h"
 #include "windows/LazyWindow.h"
 #include "windows/fAdvanced.h"
 #include "windows/fAnalysis.h"
@@ -42,6 +43,10 @@ class WindowSet {
     TestLogSink previousSink_;
 
   public:
+    // TestServer: the one server object of the development windows and
+    // checks, on the one model. It is created here, with the main window's
+    // slot, so it exists before any of them opens, and lives as long.
+    cAztrue TestServer;
     LazyWindow<fMain> Main;
     LazyWindow<fErrors> Errors;
     LazyWindow<fCalPoints> CalPoints;

@@ -12,6 +12,7 @@
 #include "app/PlotCommand.h"
 #include "app/ProgramFolder.h"
 #include "app/SuggestCommand.h"
+#include "app/SynthCommand.h"
 #include "model/ModelState.h"
 
 namespace {
@@ -26,7 +27,11 @@ void Usage(std::ostream& out) {
            "       aztrue align-points [--horizon FILE.hrz] [--latitude DEG]\n"
            "                           [--mount altaz|fork|gem] [--count N]\n"
            "                           [--order NE|NW|SE|SW|Rnd] [--json]\n"
-           "       aztrue suggest [--horizon FILE.hrz] [--count N] [--json] FILE.AZT\n";
+           "       aztrue suggest [--horizon FILE.hrz] [--count N] [--json] FILE.AZT\n"
+           "       aztrue synth [--count N] [--cone ARCMIN] [--hub ARCMIN] [--pa-west ARCMIN]\n"
+           "                    [--pa-north ARCMIN] [--latitude DEG] [--theta-offset ARCMIN]\n"
+           "                    [--phi-offset ARCMIN] [--interval MIN] [--lst HOURS]\n"
+           "                    [--noise ARCSEC] [--seed N] --out FILE.AZT\n";
 }
 
 }  // namespace
@@ -61,6 +66,10 @@ int main(int argc, char** argv) {
     if (!args.empty() && args[0] == "suggest") {
         return RunSuggestCommand(std::vector<std::string>(args.begin() + 1, args.end()),
                                  FindProgramFolder(), std::cout, std::cerr);
+    }
+    if (!args.empty() && args[0] == "synth") {
+        return RunSynthCommand(std::vector<std::string>(args.begin() + 1, args.end()),
+                               FindProgramFolder(), std::cout, std::cerr);
     }
     if (!args.empty() && (args[0] == "--help" || args[0] == "-h")) {
         Usage(std::cout);

@@ -24,7 +24,7 @@ TestMenu::TestMenu(WindowSet& Windows, QMenu& Menu) : QObject(&Menu), windows_(W
         {"menu_TestTime", "Time", &TestMenu::Time},
         {"menuCalPoints", "CalPoints", &TestMenu::CalPoints},
         {"menuTestRotation", "Rotation", &TestMenu::Rotation},
-        {"menuVirtualScope", "Virtual Scope", nullptr},
+        {"menuVirtualScope", "Virtual Scope", &TestMenu::VirtualScope},
         {"menu_Trace", "Trace", &TestMenu::Trace},
     };
     for (const Entry& e : entries) {
@@ -173,6 +173,10 @@ void TestMenu::Rotation() {
     const double end = ClockSeconds();
     add("");
     add("Computation Time = " + RoundedText((end - start) * 1000, 4) + " mS");
+}
+
+void TestMenu::VirtualScope() {
+    windows_.VirtualScope.Show();
 }
 
 void TestMenu::Trace() {

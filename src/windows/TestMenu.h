@@ -36,6 +36,8 @@ class TestMenu : public QObject {
     // menuTestRotation: a star on the meridian and the equator to encoders
     // and back, its rates, field angle and rate, and the time they took.
     void Rotation();
+    // menuVirtualScope: shows fVirtualScope.
+    void VirtualScope();
     // menu_Trace: shows fTest.
     void Trace();
 

@@ -13,7 +13,8 @@ WindowSet::WindowSet(RecalcChain& Chain)
       Analysis([this] { return new fAnalysis(*this); }),
       Advanced([this] { return new fAdvanced(*this); }),
       Test([] { return new fTest; }),
-      AutoAlign([this] { return new fAutoAlign(chain_.Model()); }) {
+      AutoAlign([this] { return new fAutoAlign(chain_.Model()); }),
+      VirtualScope([this] { return new fVirtualScope(*this, VirtualScopeDescription); }) {
     // A loaded file shows its flags in the check boxes at once; the window
     // comes into being for that if it does not exist yet.
     previousHook_ = SetEnableToChkHook([this] { Errors.Get().EnableToChk(); });
@@ -33,6 +34,7 @@ void WindowSet::UnloadAll() {
     Errors.Close();
     Advanced.Close();
     Test.Close();
+    VirtualScope.Close();
 }
 
 void WindowSet::KillWindows() {
@@ -52,4 +54,5 @@ void WindowSet::CloseAll() {
     Main.Close();
     Setup.Close();
     Test.Close();
+    VirtualScope.Close();
 }

@@ -13,6 +13,8 @@
 
 #include "files/TestLogList.h"
 #include "server/cAztrue.h"
+#include "simulation/fVirtualScope.h"
+#include "simulation/mVirtualScope.h"
 #include "windows/LazyWindow.h"
 #include "windows/fAdvanced.h"
 #include "windows/fAnalysis.h"
@@ -57,6 +59,10 @@ class WindowSet {
     // Auto Alignment map.
     LazyWindow<fTest> Test;
     LazyWindow<fAutoAlign> AutoAlign;
+    // The Virtual Telescope, and the description of its imaginary mount,
+    // which outlives the window.
+    VirtualScopeInputs VirtualScopeDescription;
+    LazyWindow<fVirtualScope> VirtualScope;
 
     // The main window's unload: fSetup, fCalPoints, fAnalysis, fErrors,
     // fAdvanced, fTest, fVirtualScope (fAbout belongs to the main window).

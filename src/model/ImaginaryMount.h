@@ -22,18 +22,18 @@
 struct ModelState;
 
 struct ImaginaryMount {
-    int Num = 40;             // number of calibration points
-    double Cone = 0;          // radians
-    double Hub = 0;           // radians
-    double PAWest = 0;        // radians
-    double PANorth = 0;       // radians
-    double Latitude = 0;      // degrees, north positive
-    double ThetaOffset = 0;   // radians
-    double PhiOffset = 0;     // radians
+    int Num = 40;               // number of calibration points
+    double Cone = 0;            // radians
+    double Hub = 0;             // radians
+    double PAWest = 0;          // radians
+    double PANorth = 0;         // radians
+    double Latitude = 0;        // degrees, north positive
+    double ThetaOffset = 0;     // radians
+    double PhiOffset = 0;       // radians
     double MinutesBetween = 1;  // minutes of sidereal time from point to point
-    double FirstLST = 0;      // radians, local sidereal time of the first point
-    double NoiseRMS = 0;      // radians on the sky along each axis; 0: none
-    uint32_t Seed = 1;        // of the noise
+    double FirstLST = 0;        // radians, local sidereal time of the first point
+    double NoiseRMS = 0;        // radians on the sky along each axis; 0: none
+    uint32_t Seed = 1;          // of the noise
 };
 
 // Julian day of the first point: 2023 February 24.0 UT. Later points follow

@@ -264,8 +264,10 @@ void SolveCoefficients(ModelState& s) {
 // ended stage 1.
 void Calibrate(ModelState& s) {
     FitWorkspace& w = ThreadWorkspace();
-    AddTestLogLine(s, "");
-    AddTestLogLine(s, "Calibrate:");
+    if (s.TestLog) {
+        AddTestLogLine(s, "");
+        AddTestLogLine(s, "Calibrate:");
+    }
 
     ZeroOffsetsAndRotations(s);
     PrepareFitWorkspace(s, w);

@@ -1,5 +1,6 @@
 // The developers' Test menu of the main window. Its windows, fTest (whose
-// list is the Test Log list) and fAutoAlign, belong to the window set. The
+// list is the Test Log list), fAutoAlign and fVirtualScope, belong to the
+// window set, and its checks call the window set's TestServer. The
 // load of the main window switches the menu off; a development start
 // switches it on.
 //

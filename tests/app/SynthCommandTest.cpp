@@ -32,9 +32,9 @@ TEST(SynthCommand, AFitOfItsFileFindsTheErrorsBack) {
     } cases[] = {
         // The defaults: the sample values of the Virtual Telescope's panel.
         {{}, {10, -5, 15, -20, 33, 7, -9, 40}},
-        {{"--count", "25", "--cone", "-3", "--hub", "4", "--pa-west", "-6", "--pa-north", "8",
-          "--latitude", "-41", "--theta-offset", "-2", "--phi-offset", "30", "--interval", "3",
-          "--lst", "20"},
+        {{"--count",    "25", "--cone",     "-3",  "--hub",          "4",  "--pa-west",    "-6",
+          "--pa-north", "8",  "--latitude", "-41", "--theta-offset", "-2", "--phi-offset", "30",
+          "--interval", "3",  "--lst",      "20"},
          {-3, 4, -6, 8, -41, -2, 30, 25}},
     };
     for (const auto& c : cases) {
@@ -65,9 +65,9 @@ TEST(SynthCommand, AFitOfItsFileFindsTheErrorsBack) {
         };
         for (const auto& v : values) {
             const double diff = (v.Found - v.Given * kArcmin) / kArcmin * 60;
-            EXPECT_LT(std::fabs(diff), 0.02) << v.Name << ": wanted " << v.Given << "', got "
-                                             << v.Found / kArcmin << "', difference " << diff
-                                             << "\"";
+            EXPECT_LT(std::fabs(diff), 0.02)
+                << v.Name << ": wanted " << v.Given << "', got " << v.Found / kArcmin
+                << "', difference " << diff << "\"";
         }
     }
 }
@@ -75,12 +75,10 @@ TEST(SynthCommand, AFitOfItsFileFindsTheErrorsBack) {
 TEST(SynthCommand, BadOptionsExitTwoAndWriteNothing) {
     const std::string file = testing::TempDir() + "bad-synth.AZT";
     std::filesystem::remove(file);
-    const std::vector<std::string> cases[] = {{"--count", "501", "--out", file},
-                                              {"--latitude", "north", "--out", file},
-                                              {"--noise", "-1", "--out", file},
-                                              {"--cone", "1"},
-                                              {"--twist", "1", "--out", file},
-                                              {"--out"}};
+    const std::vector<std::string> cases[] = {
+        {"--count", "501", "--out", file}, {"--latitude", "north", "--out", file},
+        {"--noise", "-1", "--out", file},  {"--cone", "1"},
+        {"--twist", "1", "--out", file},   {"--out"}};
     for (const auto& args : cases) {
         std::ostringstream out, err;
         EXPECT_EQ(RunSynthCommand(args, kData, out, err), kSynthUsageError) << args[0];

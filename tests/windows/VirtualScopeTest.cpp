@@ -78,9 +78,9 @@ class VirtualScopeTest : public QObject {
         // The axes moved with the sky (about 15" a second on Phi) while the
         // place stood still to its display (0.0001 s of RA is 0.0015").
         QVERIFY2(std::fabs(dPhi) > 50 && std::fabs(dPhi) < 500, QByteArray::number(dPhi));
-        QVERIFY2(std::fabs(dRA) < 0.05 && std::fabs(dDec) < 0.05,
-                 "RA moved " + QByteArray::number(dRA) + "\", Dec " + QByteArray::number(dDec) +
-                     "\"");
+        QVERIFY2(
+            std::fabs(dRA) < 0.05 && std::fabs(dDec) < 0.05,
+            "RA moved " + QByteArray::number(dRA) + "\", Dec " + QByteArray::number(dDec) + "\"");
     }
 };
 

@@ -81,6 +81,11 @@ class VirtualScopeTest : public QObject {
         QVERIFY2(
             std::fabs(dRA) < 0.05 && std::fabs(dDec) < 0.05,
             "RA moved " + QByteArray::number(dRA) + "\", Dec " + QByteArray::number(dDec) + "\"");
+
+        // The main window's unload closes it.
+        main.UnloadAll();
+        QCoreApplication::processEvents();
+        QVERIFY(main.Windows().VirtualScope.IfLoaded() == nullptr);
     }
 };
 

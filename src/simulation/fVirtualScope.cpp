@@ -325,7 +325,11 @@ void fVirtualScope::CreateCalPoints() {
     for (const SyntheticPoint& p : points) {
         server.AddCalPoint(p.PhiEnc, p.ThetaEnc, p.RA, p.Dec, p.LST, p.JD, p.TimeStr, p.DateStr);
     }
-    // The window stays open, so that Track can be tried on the model just
-    // fitted: opening it again would set the latitude back to 45.
-    if (self) cmdRun->setEnabled(true);
+    // Like OK, the button closes the window once its work is done. Opening it
+    // again writes 45 to the latitude and refits, so a run meant for Track
+    // afterwards is best described at latitude 45.
+    if (self) {
+        cmdRun->setEnabled(true);
+        close();
+    }
 }

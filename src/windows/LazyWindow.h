@@ -7,7 +7,9 @@
 // The object is registered in its slot before its load routine runs: a load
 // that lets pending events run (a queued D-Bus call, a click) can meet a
 // request for the same window, and that request must get this object, never
-// a second one.
+// a second one. A close that such an event asks for waits for the end of
+// the load, and a show asked for after it cancels it: the requests take
+// effect in the order they came, on the one object.
 #pragma once
 
 #include <QPointer>
@@ -15,15 +17,17 @@
 #include <functional>
 #include <utility>
 
-// Tells a slot at the moment its window is closed. The windows of the
-// process never refuse a close, so the close event is the end of the object.
+// Tells a slot at the moment its window is asked to close. OnClose gives
+// false to hold the close back (the window stays); otherwise the windows of
+// the process never refuse a close, so the close event is the end of the
+// object.
 class CloseWatch : public QObject {
   public:
-    CloseWatch(QWidget& Window, std::function<void()> OnClose);
+    CloseWatch(QWidget& Window, std::function<bool()> OnClose);
     bool eventFilter(QObject* Watched, QEvent* Event) override;
 
   private:
-    std::function<void()> onClose_;
+    std::function<bool()> onClose_;
 };
 
 template <class W>
@@ -46,11 +50,16 @@ class LazyWindow {
         while (!window_) {
             QPointer<W> built = make_();
             Hold(*built, true);
+            loading_ = true;
+            closeAsked_ = false;
             if constexpr (requires { built->FormLoad(); }) built->FormLoad();
-            // Closed by an event that its own load let run: the caller
-            // still gets the object it asked for, which goes with the next
-            // pass of the event loop.
-            if (!window_ && built) return *built;
+            loading_ = false;
+            if (!built) continue;
+            // Asked to close by an event that its own load let run: it
+            // closes now, and the caller still gets the object it asked
+            // for, which goes with the next pass of the event loop.
+            if (closeAsked_) built->close();
+            return *built;
         }
         return *window_;
     }
@@ -59,8 +68,11 @@ class LazyWindow {
     W* IfLoaded() const { return window_.data(); }
 
     // Shows the window, not modal; one that is open only comes forward.
+    // One closed by a request that its load let run stays closed.
     void Show() {
         W& w = Get();
+        if (&w != window_) return;
+        closeAsked_ = false;
         w.show();
         w.raise();
         w.activateWindow();
@@ -84,11 +96,17 @@ class LazyWindow {
         owned_ = Owned;
         if (Owned) Window.setAttribute(Qt::WA_DeleteOnClose);
         watch_ = new CloseWatch(Window, [this, &Window] {
-            if (window_ != &Window) return;
+            if (window_ != &Window) return true;
+            if (loading_) {
+                closeAsked_ = true;
+                Window.hide();
+                return false;
+            }
             // A window that the slot owns is deleted by the event loop
             // after its close; until then the slot still answers for it.
             if (owned_) closing_ = window_;
             window_ = nullptr;
+            return true;
         });
     }
 
@@ -97,4 +115,6 @@ class LazyWindow {
     QPointer<W> closing_;
     QPointer<CloseWatch> watch_;
     bool owned_ = false;
+    bool loading_ = false;     // the window's load routine is running
+    bool closeAsked_ = false;  // a close came during the load
 };

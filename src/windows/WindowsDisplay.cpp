@@ -32,9 +32,7 @@ void WindowsDisplay::ProcessPendingEvents() {
 }
 
 void WindowsDisplay::ShowMain() {
-    fMain& w = Main();
-    w.show();
-    w.raise();
+    windows_.Main.Show();
 }
 
 void WindowsDisplay::KillWindows() {

@@ -52,6 +52,10 @@ void CalPointsPicture::mousePressEvent(QMouseEvent* Event) {
     Event->accept();
 }
 
+void CalPointsPicture::mouseDoubleClickEvent(QMouseEvent* Event) {
+    Event->accept();
+}
+
 fCalPoints::fCalPoints(WindowSet& Windows)
     : QWidget(nullptr), windows_(Windows), s_(Windows.Chain().Model()) {
     setWindowTitle(QStringLiteral("Calibration Points"));

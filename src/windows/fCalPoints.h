@@ -33,6 +33,9 @@ class CalPointsPicture : public QWidget {
   protected:
     void paintEvent(QPaintEvent* Event) override;
     void mousePressEvent(QMouseEvent* Event) override;
+    // A double-click is one press: its second press would take the first
+    // one's mark back.
+    void mouseDoubleClickEvent(QMouseEvent* Event) override;
 
   private:
     cPicture picture_;

@@ -121,6 +121,35 @@ void WriteJson(const ModelState& s, const Options& o, std::ostream& out) {
     out << "\n  ]\n}\n";
 }
 
+// What is wrong with a file that was read, or empty when it could not be
+// read at all.
+std::string Unusable(const LoadFailure& f, const char* Entries, int Most) {
+    const std::string line = "line " + std::to_string(f.Line);
+    switch (f.Reason) {
+        case LoadFailure::Why::NotFinite:
+            return line + " holds a number that does not fit a finite double";
+        case LoadFailure::Why::TooMany:
+            return "it holds more than " + std::to_string(Most) + " " + Entries;
+        case LoadFailure::Why::Truncated:
+            return "it ends inside a group of three lines, at " + line;
+        default:
+            return {};
+    }
+}
+
+// Exit status and message for a file that failed; Kind names it.
+int FileFailed(const std::string& Kind, const std::string& Name, const LoadFailure& f,
+               const char* Entries, int Most, std::ostream& err) {
+    const std::string why = Unusable(f, Entries, Most);
+    if (why.empty()) {
+        err << "aztrue align-points: cannot read " << Kind << " \"" << Name
+            << "\": no such file, no regular file, over 16 MB or a line over 64 kB\n";
+        return kAlignPointsUsageError;
+    }
+    err << "aztrue align-points: " << Kind << " \"" << Name << "\" cannot be used: " << why << "\n";
+    return kAlignPointsInvalidFile;
+}
+
 }  // namespace
 
 std::string AlignPointsCommandHelp() {
@@ -143,7 +172,9 @@ std::string AlignPointsCommandHelp() {
            "                  Rnd: the order of the candidate list\n"
            "  --json          every field of each point at full precision, radians\n"
            "\n"
-           "Exit status: 0 on success, 2 for a bad option or a file that cannot be read.\n";
+           "Exit status: 0 on success, 2 for a bad option or a file that cannot be read,\n"
+           "3 for a file that cannot be used (too many entries, a number that does not\n"
+           "fit a finite double, candidates cut off inside a group of three lines).\n";
 }
 
 int RunAlignPointsCommand(const std::vector<std::string>& args, const std::string& ProgramFolder,
@@ -175,16 +206,15 @@ int RunAlignPointsCommand(const std::vector<std::string>& args, const std::strin
                 << "\": no such file, or not a readable file\n";
             return kAlignPointsUsageError;
         }
-        if (!ReadHorizon(*s, o.Horizon, s->Horizon)) {
-            err << "aztrue align-points: the horizon file \"" << o.Horizon
-                << "\" cannot be used: more than 1000 samples, or a number too large\n";
-            return kAlignPointsUsageError;
-        }
+        LoadFailure f;
+        if (!ReadHorizon(*s, o.Horizon, s->Horizon, &f))
+            return FileFailed("the horizon file", o.Horizon, f, "samples", kMaxHorizonSamples, err);
     }
-    if (!MakeAutoAlignPoints(*s)) {
-        err << "aztrue align-points: cannot read the candidate directions \""
-            << (std::filesystem::path(ProgramFolder) / kPointsFileName).string() << "\"\n";
-        return kAlignPointsUsageError;
+    LoadFailure f;
+    if (!MakeAutoAlignPoints(*s, &f)) {
+        const std::string points = (std::filesystem::path(ProgramFolder) / kPointsFileName).string();
+        return FileFailed("the candidate directions", points, f, "candidates", kAutoAlignTableSize,
+                          err);
     }
     if (o.Json)
         WriteJson(*s, o, out);

@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "app/FitCommand.h"
+#include "app/FitReport.h"
 #include "files/AtomicFile.h"
 #include "files/CalFile.h"
 #include "model/ModelState.h"
@@ -95,7 +96,8 @@ std::string PlotCommandHelp() {
            "\n"
            "No display is needed. Exit status: 0 on success, 2 for a usage error, a\n"
            "file that cannot be read or a folder that cannot be written, 3 for a file\n"
-           "that is not a valid calibration file. The file is only read.\n";
+           "that is not a valid calibration file or whose fit is not finite. The file\n"
+           "is only read.\n";
 }
 
 int RunPlotCommand(int argc, char** argv, const std::vector<std::string>& args) {
@@ -157,6 +159,13 @@ int RunPlotCommand(int argc, char** argv, const std::vector<std::string>& args) 
     s->FullFileName = file;
     Calibrate(*s);
     ComputeResiduals(*s);
+    // Dots at infinity would make pictures that look like a result.
+    const std::string bad = FirstNonFiniteFigure(*s);
+    if (!bad.empty()) {
+        std::cerr << "aztrue plot: the fit of \"" << file << "\" gives no finite number for " << bad
+                  << "; check the settings and points of the file\n";
+        return kFitInvalidFile;
+    }
 
     std::filesystem::create_directories(folder, ec);
     if (!std::filesystem::is_directory(folder, ec)) {

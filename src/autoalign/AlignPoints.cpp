@@ -147,8 +147,8 @@ void OrderAutoAlignPoints(ModelState& s) {
     for (int i = 0; i < n; ++i) pts[i].Index = static_cast<int16_t>(i + 1);
 }
 
-bool MakeAutoAlignPoints(ModelState& s) {
-    const bool read = ReadAutoAlignPoints(s);
+bool MakeAutoAlignPoints(ModelState& s, LoadFailure* Failure) {
+    const bool read = ReadAutoAlignPoints(s, Failure);
     AddTestLogLine(s, "AutoAlign Points read = " + IntText(s.NumAutoAlign));
     FilterAutoAlignPoints(s);
     AddTestLogLine(s, "NumAutoAlign = " + IntText(s.NumAutoAlign));

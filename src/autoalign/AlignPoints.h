@@ -10,6 +10,7 @@
 
 #include <string>
 
+#include "files/LoadFailure.h"
 #include "model/Vec3.h"
 
 struct ModelState;
@@ -27,14 +28,16 @@ enum AutoAlignOrders : int {
 
 // Replaces the list from Points.txt, Horizon, Latitude, IsAltAz, IsGEM,
 // AutoAlignTarget and AutoAlignOrder. The list goes on even when Points.txt
-// fails, with what the table held; the result says whether it was read.
-bool MakeAutoAlignPoints(ModelState& s);
+// fails, with what the table held; the result says whether it was read, and
+// Failure, if given, why not.
+bool MakeAutoAlignPoints(ModelState& s, LoadFailure* Failure = nullptr);
 
 // Reads the candidates and their Phi and Theta into the table and sets
 // NumAutoAlign. A file that cannot be read, that ends inside a group of
 // three lines, holds a 502nd candidate or a number too large for a double
-// leaves the table and NumAutoAlign as they were and gives false.
-bool ReadAutoAlignPoints(ModelState& s);
+// leaves the table and NumAutoAlign as they were and gives false, with the
+// reason in Failure if given.
+bool ReadAutoAlignPoints(ModelState& s, LoadFailure* Failure = nullptr);
 
 // Keeps, in their order, the candidates more than 1 degree above the
 // skyline and outside the mount's zones: the zenith cap (0.15 radian) of an

@@ -11,20 +11,25 @@
 #include "model/Frames.h"
 #include "model/ModelState.h"
 
-bool ReadAutoAlignPoints(ModelState& s) {
+bool ReadAutoAlignPoints(ModelState& s, LoadFailure* Failure) {
     const std::string path = (std::filesystem::path(s.ProgramFolder) / kPointsFileName).string();
     TextLineReader in;
-    if (!in.Open(path)) return false;
+    const auto fail = [&](LoadFailure::Why Reason) {
+        if (Failure) *Failure = {Reason, in.LinesRead()};
+        return false;
+    };
+    if (!in.Open(path)) return fail(LoadFailure::Why::Unreadable);
     // Read whole before the table changes, so that a failure leaves it.
     std::vector<AutoAlignPoint> read;
     std::string line;
     while (!in.AtEnd()) {
-        if (static_cast<int>(read.size()) == kAutoAlignTableSize) return false;
+        if (static_cast<int>(read.size()) == kAutoAlignTableSize)
+            return fail(LoadFailure::Why::TooMany);
         double xyz[3];
         for (double& v : xyz) {
-            if (!in.ReadLine(line)) return false;
+            if (!in.ReadLine(line)) return fail(LoadFailure::Why::Truncated);
             v = NumericPrefixValue(line);
-            if (!std::isfinite(v)) return false;
+            if (!std::isfinite(v)) return fail(LoadFailure::Why::NotFinite);
         }
         read.push_back(AutoAlignPoint{xyz[0], xyz[1], xyz[2]});
     }

@@ -43,25 +43,30 @@ double ClampElevation(double El) {
 }
 
 // Reads the samples into entries 1 on of h, entry 0 staying azimuth 0,
-// elevation 0; h.Num becomes their count. False on any failure.
-bool ReadSamples(ModelState& s, const std::string& FileName, HorizonRecord& h) {
-    if (FileName.empty() || !CreateIfAbsent(FileName)) return false;
+// elevation 0; h.Num becomes their count. False on any failure, with its
+// reason in why.
+bool ReadSamples(ModelState& s, const std::string& FileName, HorizonRecord& h, LoadFailure& why) {
     TextLineReader in;
-    if (!in.Open(FileName)) return false;
+    const auto fail = [&](LoadFailure::Why Reason) {
+        why = {Reason, in.LinesRead()};
+        return false;
+    };
+    if (FileName.empty() || !CreateIfAbsent(FileName) || !in.Open(FileName))
+        return fail(LoadFailure::Why::Unreadable);
     int count = 0;
     std::string line;
     std::string field;
     while (!in.AtEnd()) {
-        if (!in.ReadLine(line)) return false;
+        in.ReadLine(line);
         AddTestLogLine(s, "String Input:" + Cp1252ToUtf8(line));
         if (!GetField(line, ",", field)) continue;
         const double az = NumericPrefixValue(field);
         const double el = NumericPrefixValue(line);
         // The skyline never holds an infinity read from a file.
-        if (!std::isfinite(az) || !std::isfinite(el)) return false;
+        if (!std::isfinite(az) || !std::isfinite(el)) return fail(LoadFailure::Why::NotFinite);
         // The numbers as the line gives them, before the range rules.
         AddTestLogLine(s, "Az,El: " + NumberText(az) + "  " + NumberText(el));
-        if (count == kMaxHorizonSamples) return false;
+        if (count == kMaxHorizonSamples) return fail(LoadFailure::Why::TooMany);
         ++count;
         h.Az[count] = IntoTurn(az);
         h.El[count] = ClampElevation(el);
@@ -90,11 +95,16 @@ bool GetField(std::string& Text, const std::string& Delimiter, std::string& Fiel
     return true;
 }
 
-bool ReadHorizon(ModelState& s, const std::string& FileName, HorizonRecord& Hrz) {
+bool ReadHorizon(ModelState& s, const std::string& FileName, HorizonRecord& Hrz,
+                 LoadFailure* Failure) {
     AddTestLogLine(s, "Read Horizon:");
     // A local record, all zero, so that a failure leaves Hrz untouched.
     HorizonRecord h;
-    if (!ReadSamples(s, FileName, h)) return false;
+    LoadFailure why;
+    if (!ReadSamples(s, FileName, h, why)) {
+        if (Failure) *Failure = why;
+        return false;
+    }
     HorizonFromSamples(h, Hrz);
     return true;
 }

@@ -8,6 +8,7 @@
 
 #include <string>
 
+#include "files/LoadFailure.h"
 #include "model/AutoAlignRecords.h"
 
 struct ModelState;
@@ -17,9 +18,10 @@ inline constexpr int kMaxHorizonSamples = 1000;
 
 // Reads FileName into Hrz. False when the name is empty, the file cannot be
 // created (when absent) or read, it holds more than 1000 samples or a
-// number too large for a double; Hrz is then left as it was. Adds its lines
-// to the Test Log list of s.
-bool ReadHorizon(ModelState& s, const std::string& FileName, HorizonRecord& Hrz);
+// number too large for a double; Hrz is then left as it was, and Failure,
+// if given, says why. Adds its lines to the Test Log list of s.
+bool ReadHorizon(ModelState& s, const std::string& FileName, HorizonRecord& Hrz,
+                 LoadFailure* Failure = nullptr);
 
 // Trims blanks from both ends of Text and looks for the first Delimiter. If
 // there is one, Field becomes the trimmed part before it and Text what

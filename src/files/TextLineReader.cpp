@@ -48,6 +48,7 @@ bool HasLongLine(const std::string& text, std::size_t limit) {
 bool TextLineReader::Open(const std::string& FileName) {
     text_.clear();
     next_ = 0;
+    linesRead_ = 0;
     if (!ReadRegularFile(FileName, kMaxFileBytes, text_) || HasLongLine(text_, kMaxLineBytes)) {
         text_.clear();
         return false;
@@ -77,5 +78,6 @@ bool TextLineReader::ReadLine(std::string& Line) {
     }
     Line.assign(text_, next_, end - next_);
     next_ = after;
+    ++linesRead_;
     return true;
 }

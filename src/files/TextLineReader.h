@@ -30,7 +30,11 @@ class TextLineReader {
     // end. False, with Line emptied, when nothing is left to read.
     bool ReadLine(std::string& Line);
 
+    // Lines handed out since the file was opened: the number of the last.
+    int LinesRead() const { return linesRead_; }
+
   private:
     std::string text_;  // the whole file
     std::size_t next_ = 0;
+    int linesRead_ = 0;
 };

@@ -2,7 +2,9 @@
 // log file, once opened, stays open to the end of the process.
 #include "files/TraceLog.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <ctime>
@@ -54,6 +56,21 @@ bool MarkerExists() {
     return ::stat(st.marker.c_str(), &info) == 0 && !S_ISDIR(info.st_mode);
 }
 
+// The log file for appending, created if absent; null for anything but a
+// regular file. A FIFO with no reader would block an ordinary open, and one
+// with a reader would take the lines away: neither opens.
+std::FILE* OpenLogFile(const std::string& name) {
+    const int fd =
+        ::open(name.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0644);
+    if (fd < 0) return nullptr;
+    struct stat info {};
+    std::FILE* file = nullptr;
+    if (::fstat(fd, &info) == 0 && S_ISREG(info.st_mode) && ::fcntl(fd, F_SETFL, O_APPEND) == 0)
+        file = ::fdopen(fd, "ab");
+    if (!file) ::close(fd);
+    return file;
+}
+
 void AppendLine(const std::string& text) {
     TraceLogState& st = State();
     if (!st.file) {
@@ -62,7 +79,7 @@ void AppendLine(const std::string& text) {
         // the line is lost and the next line tries again.
         const std::string name =
             st.folder + kSubfolder + kLogPrefix + LocalTimeText("%Y-%m-%d") + ".txt";
-        st.file = std::fopen(name.c_str(), "ab");
+        st.file = OpenLogFile(name);
         if (!st.file) return;
     }
     // The general date format of this platform: "yyyy-MM-dd HH:mm:ss", local

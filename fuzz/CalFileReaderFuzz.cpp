@@ -4,24 +4,19 @@
 // so the first save rounds each once (the second load gives the same 15
 // digits) and from there on every save gives the same file and every load
 // the same bits.
-#include <unistd.h>
-
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <memory>
 #include <string>
 
 #include "FuzzCheck.h"
+#include "FuzzFiles.h"
 #include "files/CalFile.h"
 #include "model/ModelState.h"
 #include "sky/NumberText.h"
 
 namespace {
-
-std::string folder;  // private to this process, removed at its end
 
 // The values a calibration file carries, in order, reals as their exact
 // bits or as their text of 15 significant digits.
@@ -61,13 +56,6 @@ std::string ReadFile(const std::string& name) {
     return bytes;
 }
 
-bool WriteFile(const std::string& name, const uint8_t* data, size_t size) {
-    std::FILE* f = std::fopen(name.c_str(), "wb");
-    if (!f) return false;
-    const bool written = std::fwrite(data, 1, size, f) == size;
-    return std::fclose(f) == 0 && written;
-}
-
 std::unique_ptr<ModelState> Loaded(const std::string& name, bool& ok) {
     auto s = std::make_unique<ModelState>();
     InitModel(*s);
@@ -78,17 +66,13 @@ std::unique_ptr<ModelState> Loaded(const std::string& name, bool& ok) {
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    std::string pattern = (std::filesystem::temp_directory_path() / "aztrue-fuzz-XXXXXX").string();
-    FuzzCheck(mkdtemp(pattern.data()) != nullptr, "a private temporary folder can be made");
-    folder = pattern;
-    std::atexit([] { std::filesystem::remove_all(folder); });
+    MakeScratchFolder();
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    const std::string input = folder + "/input.AZT";
-    const std::string saved = folder + "/saved.AZT";
-    FuzzCheck(WriteFile(input, data, size), "the input can be written");
+    const std::string input = WriteScratchFile("input.AZT", data, size);
+    const std::string saved = ScratchFolder() + "/saved.AZT";
     bool loaded = false;
     const auto first = Loaded(input, loaded);
     const std::string firstValues = Carried(*first, false);

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Builds the fuzz targets of fuzz/ with clang (libFuzzer, AddressSanitizer,
 # UndefinedBehaviorSanitizer) into build-fuzz/ and runs all of them at once,
-# each for SECONDS seconds of wall time (default 60).
+# each for SECONDS seconds of wall time (default 60); names of targets after
+# SECONDS run only those.
 #
-#   scripts/fuzz.sh [SECONDS]
+#   scripts/fuzz.sh [SECONDS [NAME...]]
 #
 # Each target starts from its seed corpus (made from files of the
 # repository as fuzz/targets.txt says) and from what earlier runs found,
@@ -13,6 +14,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds=${1:-60}
+shift || true
+only=" $* "
 dir=build-fuzz
 
 cxx=$(command -v clang++-14 || command -v clang++ || true)
@@ -35,6 +38,7 @@ mkdir -p "$dir/artifacts"
 names=()
 pids=()
 while read -r name mode globs; do
+  if [ "$only" != "  " ] && [[ "$only" != *" $name "* ]]; then continue; fi
   corpus=$dir/corpus/$name
   mkdir -p "$corpus"
   # shellcheck disable=SC2086  # the globs are meant to expand
@@ -66,5 +70,9 @@ for i in "${!names[@]}"; do
     failed=$((failed + 1))
   fi
 done
+if [ "${#names[@]}" -eq 0 ]; then
+  echo "fuzz: no target named$only in fuzz/targets.txt" >&2
+  exit 1
+fi
 echo "fuzz: $passed passed, $failed failed"
 [ "$failed" -eq 0 ]

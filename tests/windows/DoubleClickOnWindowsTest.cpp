@@ -1,5 +1,6 @@
-// A double-click on a dot or a row of any window's picture acts as one
-// press, delivered through the window as the window system sends it.
+// A double-click on a dot of a plot or on a row of the Calibration Points
+// table, sent through the window as the window system sends it, acts as one
+// press: its point changes once.
 #include <QtTest>
 #include <algorithm>
 
@@ -15,42 +16,43 @@ class DoubleClickOnWindowsTest : public QObject {
         ProcessWindows p(*s);
         WindowSet& ws = p.Windows();
         const auto used = [&] {
-            int n = 0;
-            for (int i = 1; i <= s->NumCalPoints; ++i) n += s->CalPoints[i].Used;
-            return n;
+            return std::count_if(&s->CalPoints[1], &s->CalPoints[6],
+                                 [](auto& c) { return c.Used; });
         };
         const auto marked = [&] {
-            const auto& rows = ws.CalPoints.Get().RowSelected;
-            return static_cast<int>(std::count(rows.begin(), rows.begin() + 5, true));
+            const auto& r = ws.CalPoints.Get().RowSelected;
+            return std::count(r.begin(), r.end(), true);
         };
-        constexpr double b = PictureBox::kBorder;
-        struct Case {
+        const auto dot = [](const auto& P) {
+            return QPointF(P.StarX[2], P.StarY[2]).toPoint() + QPoint(1, 1) * PictureBox::kBorder;
+        };
+        const struct {
             const char* Window;
-            std::function<QWidget*()> Show;  // the picture, its window shown
-            std::function<QPointF()> At;     // a dot or row, in the picture's pixels
-            std::function<int()> Count;      // points used, or rows marked
+            std::function<QWidget*()> Picture;
+            std::function<QPoint()> At;  // in the picture
+            std::function<long()> Count;
         } cases[] = {
-            {"main", [&] { ws.Main.Show(); return ws.Main.Get().picError; },
-             [&] { const auto& P = ws.Main.Get().Plots; return QPointF(P.StarX[2] + b, P.StarY[2] + b); },
-             used},
-            {"analysis", [&] { ws.Analysis.Show(); return ws.Analysis.Get().picGraph; },
-             [&] { const auto& P = ws.Analysis.Get().Plot; return QPointF(P.StarX[2] + b, P.StarY[2] + b); },
-             used},
-            {"points", [&] { ws.CalPoints.Show(); return ws.CalPoints.Get().picInner; },
-             [&] { return QPointF(300, RowTop(1) + 5); }, marked},
+            {"main", [&] { return ws.Main.Get().picError; },
+             [&] { return dot(ws.Main.Get().Plots); }, used},
+            {"analysis", [&] { return ws.Analysis.Get().picGraph; },
+             [&] { return dot(ws.Analysis.Get().Plot); }, used},
+            {"points", [&] { return ws.CalPoints.Get().picInner; },
+             [] { return QPoint(300, RowTop(1) + 5); }, marked},
         };
-        for (const Case& c : cases) {
-            QWidget* picture = c.Show();
+        for (const auto& c : cases) {
+            QWidget* picture = c.Picture();
+            picture->window()->show();
             p.chain.CalibrateAndDisplay();
             QVERIFY(QTest::qWaitForWindowExposed(picture->window()));
-            const int before = c.Count();
-            const QPoint at = picture->mapTo(picture->window(), c.At().toPoint());
-            QTest::mouseDClick(picture->window()->windowHandle(), Qt::LeftButton, {}, at);
+            const long before = c.Count();
+            QTest::mouseDClick(picture->window()->windowHandle(), Qt::LeftButton, {},
+                               picture->mapTo(picture->window(), c.At()));
             QVERIFY2(std::abs(c.Count() - before) == 1,
-                     qPrintable(QStringLiteral("%1: wanted a change of one from %2, got %3")
-                                    .arg(c.Window).arg(before).arg(c.Count())));
+                     qPrintable(QStringLiteral("%1: wanted a change of 1 from %2, got %3")
+                                    .arg(c.Window)
+                                    .arg(before)
+                                    .arg(c.Count())));
         }
-        ws.CloseAll();
     }
 };
 AZTRUE_REGISTER_TEST(DoubleClickOnWindowsTest);

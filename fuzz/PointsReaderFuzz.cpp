@@ -65,6 +65,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         numbers.push_back(p.Index);
     }
     std::sort(numbers.begin(), numbers.end());
-    for (int i = 0; i < n; ++i) FuzzCheck(numbers[i] == i + 1, "the list is numbered 1 to its length");
+    for (int i = 0; i < n; ++i)
+        FuzzCheck(numbers[i] == i + 1, "the list is numbered 1 to its length");
     return 0;
 }

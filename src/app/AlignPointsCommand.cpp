@@ -212,7 +212,8 @@ int RunAlignPointsCommand(const std::vector<std::string>& args, const std::strin
     }
     LoadFailure f;
     if (!MakeAutoAlignPoints(*s, &f)) {
-        const std::string points = (std::filesystem::path(ProgramFolder) / kPointsFileName).string();
+        const std::string points =
+            (std::filesystem::path(ProgramFolder) / kPointsFileName).string();
         return FileFailed("the candidate directions", points, f, "candidates", kAutoAlignTableSize,
                           err);
     }

@@ -7,7 +7,7 @@
 #include <vector>
 
 inline constexpr int kAlignPointsOk = 0;
-inline constexpr int kAlignPointsUsageError = 2;  // bad option, a file that cannot be read
+inline constexpr int kAlignPointsUsageError = 2;   // bad option, a file that cannot be read
 inline constexpr int kAlignPointsInvalidFile = 3;  // a file read that cannot be used
 
 // args are the words after "align-points"; the candidate directions come

@@ -60,8 +60,8 @@ bool MarkerExists() {
 // regular file. A FIFO with no reader would block an ordinary open, and one
 // with a reader would take the lines away: neither opens.
 std::FILE* OpenLogFile(const std::string& name) {
-    const int fd =
-        ::open(name.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0644);
+    const int fd = ::open(name.c_str(),
+                          O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0644);
     if (fd < 0) return nullptr;
     struct stat info {};
     std::FILE* file = nullptr;

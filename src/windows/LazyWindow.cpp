@@ -8,7 +8,8 @@ CloseWatch::CloseWatch(QWidget& Window, std::function<bool()> OnClose)
 }
 
 bool CloseWatch::eventFilter(QObject* Watched, QEvent* Event) {
-    if (Watched != parent() || Event->type() != QEvent::Close || !onClose_ || onClose_()) return false;
+    if (Watched != parent() || Event->type() != QEvent::Close || !onClose_ || onClose_())
+        return false;
     Event->ignore();
     return true;
 }

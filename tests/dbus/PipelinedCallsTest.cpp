@@ -1,69 +1,51 @@
 // A client that does not wait for each reply: calls queued while the server
-// lets pending events run inside its recalculation are served there, one at
-// a time, and every call gets its own reply.
+// lets pending events run inside its refit are served there one at a time,
+// in order, and every call gets its own reply.
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QDBusConnection>
-#include <QDBusPendingCall>
 #include <QDBusPendingReply>
-#include <QTemporaryDir>
-#include <vector>
 
-#include "BusObject.h"
-#include "SequencePoints.h"
-#include "ServerProcess.h"
-#include "dbus/BusNames.h"
+#include "BusSupport.h"
 
 namespace {
 
 using namespace bustest;
 
-TEST(PipelinedCallsTest, CallsSentWithoutWaitingAllGetTheirReplies) {
-    QTemporaryDir documents;
-    ServerProcess server(documents.path());
+TEST(PipelinedCalls, AllGetTheirRepliesInOrder) {
+    ServerProcess server;
     ASSERT_TRUE(server.Started()) << server.Failure().toStdString();
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    BusObject object(bus, server.UniqueName());
-    ASSERT_TRUE(object.Valid());
-    object.SetThetaCountsPerRev(kSequenceCountsPerRev);
-    object.SetPhiCountsPerRev(kSequenceCountsPerRev);
-
-    // Each point runs the whole chain; a conversion and a point count are
-    // sent behind each one before any reply has come back.
-    const std::vector<SyntheticPoint> points = SequencePoints();
-    std::vector<QDBusPendingCall> added, converted, counted;
-    const auto call = [&](const char* member, const QVariantList& args) {
-        QDBusMessage m = QDBusMessage::createMethodCall(
-            server.UniqueName(), object.ObjectPath(),
-            QString::fromLatin1(AztrueBus::kObjectInterface), QString::fromLatin1(member));
+    const QString path = server.CreateObject();
+    const auto send = [&](const char* member, const QVariantList& args) {
+        QDBusMessage m = QDBusMessage::createMethodCall(server.Name(), path, kObject,
+                                                        QString::fromLatin1(member));
         m.setArguments(args);
-        return bus.asyncCall(m, kPatience);
+        return QDBusConnection::sessionBus().asyncCall(m, kPatience);
     };
-    for (const SyntheticPoint& p : points) {
-        added.push_back(call(
-            "AddCalPoint", {p.PhiEnc, p.ThetaEnc, p.RA, p.Dec, p.LST, p.JD,
-                            QString::fromStdString(p.TimeStr), QString::fromStdString(p.DateStr)}));
-        converted.push_back(call("CelestialToEncoder", {p.LST, p.JD, p.RA, p.Dec, N(1)}));
-        counted.push_back(call("GetCalPoint", {N(static_cast<int>(added.size()))}));
+    // Each point refits; a conversion and a read of the point follow it
+    // before any reply has come back.
+    constexpr int kPoints = 30;
+    std::vector<QDBusPendingCall> added, converted, read;
+    for (int i = 1; i <= kPoints; ++i) {
+        const double phi = 0.1 * i, theta = 0.3 + 0.02 * i, ra = 0.2 * i, dec = 0.5 - 0.03 * i;
+        added.push_back(
+            send("AddCalPoint", {phi, theta, ra, dec, 1.0 + 0.01 * i, 2461056.7,
+                                 QStringLiteral("20:00:00"), QStringLiteral("2026/1/15")}));
+        converted.push_back(send("CelestialToEncoder", {1.0, 2461056.7, ra, dec, N(1)}));
+        read.push_back(send("GetCalPoint", {N(i)}));
     }
-    for (size_t i = 0; i < points.size(); ++i) {
-        added[i].waitForFinished();
-        EXPECT_FALSE(added[i].isError()) << added[i].error().message().toStdString();
-        QDBusPendingReply<double, double> encoders = converted[i];
-        encoders.waitForFinished();
-        EXPECT_FALSE(encoders.isError()) << encoders.error().message().toStdString();
-        // Each point was in the table when the read behind it arrived.
+    for (int i = 0; i < kPoints; ++i) {
+        QDBusPendingReply<> a = added[i];
+        QDBusPendingReply<double, double> c = converted[i];
         QDBusPendingReply<double, double, double, double, double, double, QString, QString, bool>
-            point = counted[i];
+            point = read[i];
         point.waitForFinished();
+        EXPECT_FALSE(a.isError() || c.isError()) << a.error().message().toStdString();
         ASSERT_FALSE(point.isError()) << point.error().message().toStdString();
-        EXPECT_EQ(point.argumentAt<0>(), points[i].PhiEnc) << "point " << i + 1;
-        EXPECT_TRUE(point.argumentAt<8>()) << "point " << i + 1;
+        // The point was in the table when the read behind it arrived.
+        EXPECT_EQ(point.argumentAt<0>(), 0.1 * (i + 1)) << "point " << i + 1;
     }
-    EXPECT_EQ(object.NumCalPoints(), static_cast<short>(points.size()));
-    object.Release();
-    EXPECT_TRUE(server.EndsCleanly());
+    EXPECT_EQ(server.Get(path, QStringLiteral("NumCalPoints")),
+              QVariant::fromValue(short{kPoints}));
 }
 
 }  // namespace

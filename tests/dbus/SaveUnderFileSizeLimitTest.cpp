@@ -1,14 +1,13 @@
-// The server under a file-size limit: a save past the limit returns false
-// instead of ending the server, and the old file stays.
+// A save past the process's file-size limit returns false instead of ending
+// the server, and the old file stays as it was with nothing beside it.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include <QDBusConnection>
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 
-#include "BusObject.h"
-#include "ServerProcess.h"
+#include "BusSupport.h"
 
 namespace {
 
@@ -16,7 +15,6 @@ using namespace bustest;
 
 TEST(SaveUnderFileSizeLimit, SaveFailsAndTheServerAndTheOldFileStay) {
     QTemporaryDir documents;
-    ASSERT_TRUE(documents.isValid());
     const QString old = QStringLiteral(AZTRUE_SOURCE_DIR "/data/README.md");
     const QString target = documents.filePath(QStringLiteral("run.AZT"));
     ASSERT_TRUE(QFile::copy(old, target));
@@ -29,12 +27,13 @@ TEST(SaveUnderFileSizeLimit, SaveFailsAndTheServerAndTheOldFileStay) {
     ServerProcess server(documents.path());
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &normal), 0);
     ASSERT_TRUE(server.Started()) << server.Failure().toStdString();
-
-    BusObject object(QDBusConnection::sessionBus(), server.UniqueName());
-    ASSERT_TRUE(object.LoadFile(AZTRUE_SOURCE_DIR "/data/sample.AZT"));
-    EXPECT_FALSE(object.SaveFile(target.toStdString()));
-    EXPECT_EQ(object.NumCalPoints(), 40);  // the server answers on
-    // The old file as it was, and no temporary file beside it.
+    const QString path = server.CreateObject();
+    const auto result = [&](const char* member, const QString& file) {
+        return server.Call(path, QString::fromLatin1(member), {file}).arguments().value(0);
+    };
+    ASSERT_EQ(result("LoadFile", QStringLiteral(AZTRUE_SOURCE_DIR "/data/sample.AZT")), true);
+    EXPECT_EQ(result("SaveFile", target), false);
+    EXPECT_EQ(server.Get(path, QStringLiteral("NumCalPoints")), QVariant::fromValue(short{40}));
     QFile before(old), after(target);
     ASSERT_TRUE(before.open(QIODevice::ReadOnly) && after.open(QIODevice::ReadOnly));
     EXPECT_EQ(after.readAll(), before.readAll());

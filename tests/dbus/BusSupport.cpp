@@ -7,10 +7,8 @@
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QThread>
-#include <QXmlStreamReader>
 
 namespace bustest {
 
@@ -23,54 +21,13 @@ std::string Text(const QVariantList& Values) {
     return ("(" + parts.join(QStringLiteral(", ")) + ")").toStdString();
 }
 
-std::vector<Member> InterfaceMembers(const QString& Xml, const QString& Interface) {
-    std::vector<Member> members;
-    QXmlStreamReader xml(Xml);
-    bool inside = false;
-    while (!xml.atEnd()) {
-        if (xml.readNext() == QXmlStreamReader::EndElement && xml.name() == u"interface")
-            inside = false;
-        if (!xml.isStartElement()) continue;
-        const auto a = [&](const char* key) { return xml.attributes().value(key).toString(); };
-        if (xml.name() == u"interface") inside = a("name") == Interface;
-        if (!inside) continue;
-        if (xml.name() == u"property")
-            members.push_back({a("name"), a("type"), a("access"), {}, {}});
-        if (xml.name() == u"method") members.push_back({a("name"), {}, {}, {}, {}});
-        // An argument of a method is "in" unless it says otherwise.
-        if (xml.name() == u"arg" && !members.empty())
-            (a("direction") == u"out" ? members.back().out : members.back().in)
-                .push_back(a("type") + QLatin1Char(' ') + a("name"));
-    }
-    return members;
-}
-
-QString DescriptionFile(const QString& Interface) {
-    QFile f(QStringLiteral(AZTRUE_SOURCE_DIR "/src/dbus/") + Interface + QStringLiteral(".xml"));
-    return f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QString();
-}
-
-QString Types(const QStringList& Args) {
-    QString types;
-    for (const QString& a : Args) types += a.section(QLatin1Char(' '), 0, 0);
-    return types;
-}
-
-QVariantList ArgsOfTypes(const QStringList& Args) {
-    QVariantList values;
-    for (const QChar type : Types(Args))
-        values << (type == u'd'   ? QVariant(0.25)
-                   : type == u'n' ? N(1)
-                   : type == u'b' ? QVariant(true)
-                                  : QVariant(QString()));
-    return values;
-}
-
 ServerProcess::ServerProcess(QString Documents, const QProcessEnvironment& Extra,
                              const QDBusConnection& Bus)
     : bus_(Bus) {
     if (Documents.isEmpty()) Documents = qEnvironmentVariable("XDG_DOCUMENTS_DIR");
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    // The test's own folder by default, so that no marker of the user's
+    // turns a trace log on.
     env.insert(QStringLiteral("XDG_DOCUMENTS_DIR"), Documents);
     env.insert(Extra);
     process_.setProcessEnvironment(env);
@@ -78,17 +35,11 @@ ServerProcess::ServerProcess(QString Documents, const QProcessEnvironment& Extra
     process_.start(QStringLiteral(AZTRUE_EXECUTABLE), {QStringLiteral("--automation")});
     QElapsedTimer clock;
     clock.start();
-    while (process_.waitForStarted(kPatience) && clock.elapsed() < kPatience) {
-        const QString owner =
-            bus_.interface()->serviceOwner(QString::fromLatin1(AztrueBus::kServiceName)).value();
-        if (!owner.isEmpty()) {
-            name_ = owner;
-            return;
-        }
-        if (!Running()) break;
+    while (process_.waitForStarted(kPatience) && Running() && clock.elapsed() < kPatience) {
+        name_ = bus_.interface()->serviceOwner(QString::fromLatin1(AztrueBus::kServiceName));
+        if (Started()) return;
         QThread::msleep(10);
     }
-    failure_ = QStringLiteral("the server did not claim the name; ") + process_.errorString();
 }
 
 ServerProcess::~ServerProcess() {
@@ -130,9 +81,7 @@ QDBusMessage ServerProcess::Set(const QString& Path, const QString& Property,
 
 }  // namespace bustest
 
-// The tests run with a Qt application object, which Qt's bus connections
-// need, and a documents folder of their own, so that a trace log marker of
-// the user's never turns a log on.
+// Qt's bus connections need an application object.
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     QTemporaryDir documents;

@@ -37,12 +37,12 @@ T From(const QVariant& v) {
     else
         return v.value<T>();
 }
+QVariant To(const std::string& v) {
+    return QString::fromStdString(v);
+}
 template <class T>
 QVariant To(const T& v) {
-    if constexpr (std::is_same_v<T, std::string>)
-        return QString::fromStdString(v);
-    else
-        return QVariant::fromValue(v);
+    return QVariant::fromValue(v);
 }
 
 template <class R, class... A, class F>
@@ -100,53 +100,34 @@ const QString kSample = QStringLiteral(AZTRUE_SOURCE_DIR "/data/sample.AZT");
 #define SET(X, Value) Step{"Set " #X, Local(&cAztrue::Set##X), {Value}}
 #define CALL(X, ...) Step{#X, Local(&cAztrue::X), QVariantList{__VA_ARGS__}}
 #define AT(X, ...) Step{#X, Local(&cAztrue::X), __VA_ARGS__}
-// clang-format on
 
 std::vector<Step> Evening(const QString& SaveFile) {
-    std::vector<Step> s = {
-        CALL(LoadFile, kSample), GET(NumCalPoints),   GET(ErrorNorth),
-        GET(ErrorWest),          GET(ThetaEncOffset), GET(PhiEncOffset),
-        GET(Sensitivity),        CALL(GetErrors),     CALL(GetCalPointErrors, N(17)),
-        CALL(GetCalPoint, N(17))};
+    std::vector<Step> s = {CALL(LoadFile, kSample), GET(NumCalPoints), GET(ErrorNorth),
+        GET(ErrorWest), GET(ThetaEncOffset), GET(PhiEncOffset), GET(Sensitivity), CALL(GetErrors),
+        CALL(GetCalPointErrors, N(17)), CALL(GetCalPoint, N(17))};
     // A place an hour west of the meridian, 50 degrees up, on both sides of
     // the axis; encoders in radians, as the sample's counts are.
     for (const int t : {1, -1}) {
         const QVariantList place = {1.0, 2461056.65, 0.74, 0.3, N(t)};
         s.insert(s.end(), {AT(CelestialToEncoder, place), AT(ApparentToEncoder, place),
-                           AT(GetTrackingRates, place), AT(GetJacobian, place),
-                           AT(GetGuideError, place + QVariantList{1e-4, -2e-4}),
-                           AT(GetFieldAngle, place), AT(GetFieldAngleRate, place),
-                           CALL(SyncEncoders, 3.1, 0.9, 0.74, 0.3, 1.0, 2461056.65, N(t))});
+            AT(GetTrackingRates, place), AT(GetJacobian, place), AT(GetFieldAngle, place),
+            AT(GetGuideError, place + QVariantList{1e-4, -2e-4}), AT(GetFieldAngleRate, place),
+            CALL(SyncEncoders, 3.1, 0.9, 0.74, 0.3, 1.0, 2461056.65, N(t))});
     }
-    s.insert(s.end(),
-             {CALL(EncoderToCelestial, 1.0, 2461056.65, 0.9, 3.1),
-              CALL(EncoderToApparent, 1.0, 2461056.65, 0.9, 3.1),
-              CALL(EncoderToAltAz, 0.9, 3.1),
-              SET(Hour, N(21)),
-              SET(Second, 31.25),
-              SET(TimeZone, -8.0),
-              SET(DST, true),
-              CALL(GetLSTRad),
-              CALL(GetUTRad),
-              CALL(GetJulianDay),
-              CALL(JDtoLSTRad, 2461056.75),
-              CALL(SaveFile, SaveFile),
-              CALL(RemoveCalPoint, N(3)),
-              CALL(SetUseCalPoint, N(5), false),
-              CALL(UseCalPoint, N(5)),
-              CALL(AddCalPoint, 3.1, 0.9, 0.74, 0.3, 1.0, 2461056.65, "19:30:00", "2026/1/15"),
-              CALL(GetErrors),
-              CALL(LoadFile, SaveFile),
-              CALL(EnableAllTerms),
-              GET(ErrorNorth),
-              CALL(EnableTermsForEquatorial),
-              GET(ErrorWest),
-              CALL(DisableAllTerms),
-              GET(PhiEncOffset),
-              GET(Version),
-              GET(FullFileName)});
+    s.insert(s.end(), {CALL(EncoderToCelestial, 1.0, 2461056.65, 0.9, 3.1),
+        CALL(EncoderToApparent, 1.0, 2461056.65, 0.9, 3.1), CALL(EncoderToAltAz, 0.9, 3.1),
+        SET(Hour, N(21)), SET(Second, 31.25), SET(TimeZone, -8.0), SET(DST, true),
+        CALL(GetLSTRad), CALL(GetUTRad), CALL(GetJulianDay), CALL(JDtoLSTRad, 2461056.75),
+        CALL(SaveFile, SaveFile), CALL(RemoveCalPoint, N(3)), CALL(SetUseCalPoint, N(5), false),
+        CALL(UseCalPoint, N(5)), CALL(GetErrors),
+        CALL(AddCalPoint, 3.1, 0.9, 0.74, 0.3, 1.0, 2461056.65, "19:30:00", "2026/1/15"),
+        CALL(LoadFile, SaveFile), CALL(EnableAllTerms), GET(ErrorNorth),
+        CALL(EnableTermsForEquatorial), GET(ErrorWest), CALL(DisableAllTerms), GET(PhiEncOffset),
+        GET(Version), GET(FullFileName)});
     return s;
 }
+// clang-format on
+
 QByteArray Bytes(const QString& Name) {
     QFile f(Name);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
@@ -168,7 +149,7 @@ TEST(RecordedSequence, BusAnswersAsTheClassAndItsFitFindsTheMount) {
     ASSERT_TRUE(QFile::remove(saved));
 
     ServerProcess server;
-    ASSERT_TRUE(server.Started()) << server.Failure().toStdString();
+    ASSERT_TRUE(server.Started());
     const QString path = server.CreateObject();
     std::map<QString, QVariantList> first;  // the first answer of each member
     for (size_t i = 0; i < steps.size(); ++i) {

@@ -1,0 +1,203 @@
+// The interface descriptions in src/dbus are the contract: the factory and
+// an object introspect the same members, every member answers with the
+// types it declares, and bad input gets the standard D-Bus errors (a point
+// index out of range zeros, empty texts and false) and changes nothing.
+#include <gtest/gtest.h>
+
+#include <QDBusMetaType>
+#include <QDBusVariant>
+#include <QFile>
+#include <QXmlStreamReader>
+#include <limits>
+
+#include "BusSupport.h"
+
+namespace {
+
+using namespace bustest;
+
+const QString kFactory = QString::fromLatin1(AztrueBus::kFactoryInterface);
+
+// A member of an interface: a property's type and access, or a method's
+// in and out types ("ddn") and its arguments as "in d LST".
+struct Member {
+    QString name, type, access, in, out;
+    QStringList args;
+    std::string Line() const {
+        return (QStringList{name, type, access} + args).join(u' ').toStdString();
+    }
+};
+
+std::vector<Member> Members(const QString& Xml, const QString& Interface) {
+    std::vector<Member> members;
+    QXmlStreamReader xml(Xml);
+    for (bool inside = false; !xml.atEnd();) {
+        if (xml.readNext() == QXmlStreamReader::EndElement && xml.name() == u"interface")
+            inside = false;
+        if (!xml.isStartElement()) continue;
+        const auto a = [&](const char* key) { return xml.attributes().value(key).toString(); };
+        if (xml.name() == u"interface") inside = a("name") == Interface;
+        if (!inside) continue;
+        if (xml.name() == u"property" || xml.name() == u"method")
+            members.push_back({a("name"), a("type"), a("access"), {}, {}, {}});
+        // An argument is "in" unless it says otherwise.
+        const bool out = a("direction") == u"out";
+        if (xml.name() == u"arg" && !members.empty()) {
+            (out ? members.back().out : members.back().in) += a("type");
+            members.back().args << QString(out ? "out " : "in ") + a("type") + u' ' + a("name");
+        }
+    }
+    return members;
+}
+
+std::vector<Member> Described(const QString& Interface) {
+    QFile f(QStringLiteral(AZTRUE_SOURCE_DIR "/src/dbus/") + Interface + ".xml");
+    return Members(f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QString(),
+                   Interface);
+}
+
+QVariantList ArgsOfTypes(const QString& Types) {  // a valid value of each
+    QVariantList values;
+    for (const QChar t : Types)
+        values << (t == u'd'   ? QVariant(0.25)
+                   : t == u'n' ? N(1)
+                   : t == u'b' ? QVariant(true)
+                               : QVariant(""));
+    return values;
+}
+
+QVariant V(const QVariant& Value) {
+    return QVariant::fromValue(QDBusVariant(Value));
+}
+
+TEST(Interface, IntrospectionIsTheDescriptionAndEveryMemberAnswersWithItsTypes) {
+    ServerProcess server;
+    ASSERT_TRUE(server.Started());
+    const QString path = server.CreateObject();
+    ASSERT_EQ(path, QStringLiteral("/com/brightfold/AZTSERVR/cAztrue/1"));
+    const struct {
+        QString path, interface;
+        size_t count;
+    } kInterfaces[] = {
+        {"/com/brightfold/AZTSERVR", kFactory, 1}, {path, kObject, 61}, {path, kStatistics, 3}};
+    for (const auto& i : kInterfaces) {
+        const QDBusMessage xml =
+            server.Call(i.path, "Introspect", {}, "org.freedesktop.DBus.Introspectable");
+        const std::vector<Member> onTheBus =
+            Members(xml.arguments().value(0).toString(), i.interface);
+        const std::vector<Member> described = Described(i.interface);
+        ASSERT_EQ(described.size(), i.count) << i.interface.toStdString();
+        ASSERT_EQ(onTheBus.size(), described.size()) << i.interface.toStdString();
+        for (size_t k = 0; k < described.size(); ++k)
+            EXPECT_EQ(onTheBus[k].Line(), described[k].Line());
+        for (const Member& m : i.interface == kFactory ? std::vector<Member>{} : described) {
+            if (!m.type.isEmpty()) {
+                // A property reads with its type; a writable one takes it back.
+                const QVariant value = server.Get(path, m.name);
+                EXPECT_EQ(QDBusMetaType::typeToSignature(value.metaType()), m.type) << m.Line();
+                EXPECT_TRUE(m.access == u"read" ||
+                            server.Set(path, m.name, value).errorName().isEmpty())
+                    << m.Line();
+            } else if (m.name != u"Dispose" && m.name != u"Release") {  // these end it, below
+                const QDBusMessage reply =
+                    server.Call(path, m.name, ArgsOfTypes(m.in), i.interface);
+                EXPECT_EQ(reply.errorMessage(), QString()) << m.Line();
+                EXPECT_EQ(reply.signature(), m.out) << m.Line();
+            }
+        }
+    }
+    // Dispose answers before the process ends.
+    EXPECT_EQ(server.Call(path, "Dispose").type(), QDBusMessage::ReplyMessage);
+    EXPECT_TRUE(server.EndsCleanly());
+}
+
+TEST(BadInput, GetsTheStandardErrorsAndChangesNothing) {
+    ServerProcess server;
+    ASSERT_TRUE(server.Started());
+    const QString path = server.CreateObject(), p = path;
+    const QVariant sample = QStringLiteral(AZTRUE_SOURCE_DIR "/data/sample.AZT");
+    ASSERT_EQ(server.Call(path, "LoadFile", {sample}).arguments(), QVariantList{true});
+    // What a client sees of the model: the fit, the last point, a setting.
+    const auto snapshot = [&] {
+        return server.Call(path, "GetErrors").arguments() +
+               server.Call(path, "GetCalPoint", {N(40)}).arguments() +
+               QVariantList{server.Get(path, "Latitude")};
+    };
+    const QVariantList before = snapshot();
+    const QString e = QStringLiteral("org.freedesktop.DBus.Error.");
+    const QVariantList noPoint = {0.0, 0.0, 0.0, 0.0, 0.0, 0.0, QString(), QString(), false};
+    const QVariantList noErrors = {0.0, 0.0, 0.0, 0.0, 0.0};
+    const struct {
+        QString path, interface, member;
+        QVariantList args;
+        QString error;            // empty: none
+        QVariantList reply = {};  // checked when not empty
+    } kCases[] = {
+        // Tsign as a 32-bit integer; an argument short; one too many.
+        {p, kObject, "CelestialToEncoder", {1.0, 2451545.0, 1.0, 0.5, 1}, e + "UnknownMethod"},
+        {p, kObject, "CelestialToEncoder", {1.0, 2451545.0, 1.0, 0.5}, e + "UnknownMethod"},
+        {p,
+         kObject,
+         "CelestialToEncoder",
+         {1.0, 2451545.0, 1.0, 0.5, N(1), 2.0},
+         e + "UnknownMethod"},
+        {p, kObject, "RemoveCalPoint", {1.0}, e + "UnknownMethod"},
+        {"/com/brightfold/AZTSERVR", kFactory, "CreateObject", {N(1)}, e + "UnknownMethod"},
+        {p, kObject, "dispose", {}, e + "UnknownMethod"},
+        {p, "com.brightfold.AZTSERVR._Nothing", "GetErrors", {}, e + "UnknownInterface"},
+        {p + "7", kObject, "GetErrors", {}, e + "UnknownObject"},
+        {p, kProperties, "Get", {kObject, "Altitude"}, e + "UnknownProperty"},
+        // A property of the Qt object behind the interface is none of the bus's.
+        {p, kProperties, "Get", {kObject, "objectName"}, e + "UnknownProperty"},
+        {p, kProperties, "Get", {kStatistics, "Latitude"}, e + "UnknownProperty"},
+        {p, kProperties, "Get", {"com.brightfold.Other", "Latitude"}, e + "UnknownInterface"},
+        {p, kProperties, "Set", {kObject, "Version", V("9")}, e + "PropertyReadOnly"},
+        {p, kProperties, "Set", {kObject, "NumCalPoints", V(N(0))}, e + "PropertyReadOnly"},
+        // A write takes exactly the property's type.
+        {p, kProperties, "Set", {kObject, "Latitude", V(10)}, kInvalidArgs},
+        {p, kProperties, "Set", {kObject, "Year", V(100000)}, kInvalidArgs},
+        {p, kProperties, "Set", {kObject, "MountType", V("1")}, kInvalidArgs},
+        {p, kProperties, "Set", {kObject, "PhiPosCW", V(N(0))}, kInvalidArgs},
+        {p, kObject, "GetCalPoint", {N(0)}, {}, noPoint},
+        {p, kObject, "GetCalPoint", {N(41)}, {}, noPoint},
+        {p, kObject, "GetCalPointErrors", {N(-32768)}, {}, noErrors},
+        // The sidereal time reduces the clock a day at a time: a Second it
+        // could not reduce in reasonable time is refused there.
+        {p, kProperties, "Set", {kObject, "Second", V(1e300)}, {}},
+        {p, kObject, "GetLSTRad", {}, kInvalidArgs},
+        {p, kProperties, "Set", {kObject, "Second", V(1e9)}, {}},
+        {p, kObject, "GetLSTRad", {}, {}},
+    };
+    for (const auto& c : kCases) {
+        const QDBusMessage reply = server.Call(c.path, c.member, c.args, c.interface);
+        EXPECT_EQ(reply.errorName(), c.error) << c.member.toStdString() << Text(c.args);
+        EXPECT_TRUE(c.reply.isEmpty() || reply.arguments() == c.reply)
+            << "wanted " << Text(c.reply) << " got " << Text(reply.arguments());
+    }
+
+    // Every double argument and double property refuses a number that is
+    // not finite, in each place: 54 arguments of 14 methods, 8 properties.
+    int refusals = 0;
+    for (const double bad :
+         {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
+          -std::numeric_limits<double>::infinity()}) {
+        for (const QString& interface : {kObject, kStatistics}) {
+            for (const Member& m : Described(interface)) {
+                for (int k = 0; k < m.in.size(); ++k) {
+                    if (m.in[k] != u'd') continue;
+                    QVariantList args = ArgsOfTypes(m.in);
+                    args[k] = bad;
+                    refusals +=
+                        server.Call(path, m.name, args, interface).errorName() == kInvalidArgs;
+                }
+                if (m.type == u"d" && m.access == u"readwrite")
+                    refusals += server.Set(path, m.name, bad).errorName() == kInvalidArgs;
+            }
+        }
+    }
+    EXPECT_EQ(refusals, 3 * (54 + 8));
+    const QVariantList after = snapshot();
+    EXPECT_EQ(after, before) << "wanted " << Text(before) << "\ngot " << Text(after);
+}
+
+}  // namespace

@@ -23,9 +23,7 @@ const QString kFactory = QString::fromLatin1(AztrueBus::kFactoryInterface);
 struct Member {
     QString name, type, access, in, out;
     QStringList args;
-    std::string Line() const {
-        return (QStringList{name, type, access} + args).join(u' ').toStdString();
-    }
+    QString Line() const { return (QStringList{name, type, access} + args).join(u' '); }
 };
 
 std::vector<Member> Members(const QString& Xml, const QString& Interface) {
@@ -57,12 +55,9 @@ std::vector<Member> Described(const QString& Interface) {
 }
 
 QVariantList ArgsOfTypes(const QString& Types) {  // a valid value of each
+    const QMap<QChar, QVariant> value = {{'d', 0.25}, {'n', N(1)}, {'b', true}, {'s', ""}};
     QVariantList values;
-    for (const QChar t : Types)
-        values << (t == u'd'   ? QVariant(0.25)
-                   : t == u'n' ? N(1)
-                   : t == u'b' ? QVariant(true)
-                               : QVariant(""));
+    for (const QChar t : Types) values << value[t];
     return values;
 }
 
@@ -86,23 +81,27 @@ TEST(Interface, IntrospectionIsTheDescriptionAndEveryMemberAnswersWithItsTypes) 
         const std::vector<Member> onTheBus =
             Members(xml.arguments().value(0).toString(), i.interface);
         const std::vector<Member> described = Described(i.interface);
+        const auto lines = [](const std::vector<Member>& ms) {
+            QStringList l;
+            for (const Member& m : ms) l << m.Line();
+            return l.join(u'\n').toStdString();
+        };
+        EXPECT_EQ(lines(onTheBus), lines(described));
         ASSERT_EQ(described.size(), i.count) << i.interface.toStdString();
-        ASSERT_EQ(onTheBus.size(), described.size()) << i.interface.toStdString();
-        for (size_t k = 0; k < described.size(); ++k)
-            EXPECT_EQ(onTheBus[k].Line(), described[k].Line());
         for (const Member& m : i.interface == kFactory ? std::vector<Member>{} : described) {
             if (!m.type.isEmpty()) {
                 // A property reads with its type; a writable one takes it back.
                 const QVariant value = server.Get(path, m.name);
-                EXPECT_EQ(QDBusMetaType::typeToSignature(value.metaType()), m.type) << m.Line();
+                EXPECT_EQ(QDBusMetaType::typeToSignature(value.metaType()), m.type)
+                    << m.Line().toStdString();
                 EXPECT_TRUE(m.access == u"read" ||
                             server.Set(path, m.name, value).errorName().isEmpty())
-                    << m.Line();
+                    << m.Line().toStdString();
             } else if (m.name != u"Dispose" && m.name != u"Release") {  // these end it, below
                 const QDBusMessage reply =
                     server.Call(path, m.name, ArgsOfTypes(m.in), i.interface);
-                EXPECT_EQ(reply.errorMessage(), QString()) << m.Line();
-                EXPECT_EQ(reply.signature(), m.out) << m.Line();
+                EXPECT_EQ(reply.errorMessage(), QString()) << m.Line().toStdString();
+                EXPECT_EQ(reply.signature(), m.out) << m.Line().toStdString();
             }
         }
     }
@@ -126,7 +125,7 @@ TEST(BadInput, GetsTheStandardErrorsAndChangesNothing) {
     const QVariantList before = snapshot();
     const QString e = QStringLiteral("org.freedesktop.DBus.Error.");
     const QVariantList noPoint = {0.0, 0.0, 0.0, 0.0, 0.0, 0.0, QString(), QString(), false};
-    const QVariantList noErrors = {0.0, 0.0, 0.0, 0.0, 0.0};
+    // clang-format off
     const struct {
         QString path, interface, member;
         QVariantList args;
@@ -136,14 +135,9 @@ TEST(BadInput, GetsTheStandardErrorsAndChangesNothing) {
         // Tsign as a 32-bit integer; an argument short; one too many.
         {p, kObject, "CelestialToEncoder", {1.0, 2451545.0, 1.0, 0.5, 1}, e + "UnknownMethod"},
         {p, kObject, "CelestialToEncoder", {1.0, 2451545.0, 1.0, 0.5}, e + "UnknownMethod"},
-        {p,
-         kObject,
-         "CelestialToEncoder",
-         {1.0, 2451545.0, 1.0, 0.5, N(1), 2.0},
-         e + "UnknownMethod"},
+        {p, kObject, "CelestialToEncoder", {1.0, 2451545.0, 1.0, 0.5, N(1), 2.0}, e + "UnknownMethod"},
         {p, kObject, "RemoveCalPoint", {1.0}, e + "UnknownMethod"},
         {"/com/brightfold/AZTSERVR", kFactory, "CreateObject", {N(1)}, e + "UnknownMethod"},
-        {p, kObject, "dispose", {}, e + "UnknownMethod"},
         {p, "com.brightfold.AZTSERVR._Nothing", "GetErrors", {}, e + "UnknownInterface"},
         {p + "7", kObject, "GetErrors", {}, e + "UnknownObject"},
         {p, kProperties, "Get", {kObject, "Altitude"}, e + "UnknownProperty"},
@@ -152,15 +146,13 @@ TEST(BadInput, GetsTheStandardErrorsAndChangesNothing) {
         {p, kProperties, "Get", {kStatistics, "Latitude"}, e + "UnknownProperty"},
         {p, kProperties, "Get", {"com.brightfold.Other", "Latitude"}, e + "UnknownInterface"},
         {p, kProperties, "Set", {kObject, "Version", V("9")}, e + "PropertyReadOnly"},
-        {p, kProperties, "Set", {kObject, "NumCalPoints", V(N(0))}, e + "PropertyReadOnly"},
         // A write takes exactly the property's type.
         {p, kProperties, "Set", {kObject, "Latitude", V(10)}, kInvalidArgs},
         {p, kProperties, "Set", {kObject, "Year", V(100000)}, kInvalidArgs},
         {p, kProperties, "Set", {kObject, "MountType", V("1")}, kInvalidArgs},
         {p, kProperties, "Set", {kObject, "PhiPosCW", V(N(0))}, kInvalidArgs},
         {p, kObject, "GetCalPoint", {N(0)}, {}, noPoint},
-        {p, kObject, "GetCalPoint", {N(41)}, {}, noPoint},
-        {p, kObject, "GetCalPointErrors", {N(-32768)}, {}, noErrors},
+        {p, kObject, "GetCalPointErrors", {N(41)}, {}, {0.0, 0.0, 0.0, 0.0, 0.0}},
         // The sidereal time reduces the clock a day at a time: a Second it
         // could not reduce in reasonable time is refused there.
         {p, kProperties, "Set", {kObject, "Second", V(1e300)}, {}},
@@ -168,6 +160,7 @@ TEST(BadInput, GetsTheStandardErrorsAndChangesNothing) {
         {p, kProperties, "Set", {kObject, "Second", V(1e9)}, {}},
         {p, kObject, "GetLSTRad", {}, {}},
     };
+    // clang-format on
     for (const auto& c : kCases) {
         const QDBusMessage reply = server.Call(c.path, c.member, c.args, c.interface);
         EXPECT_EQ(reply.errorName(), c.error) << c.member.toStdString() << Text(c.args);

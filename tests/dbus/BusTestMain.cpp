@@ -1,0 +1,14 @@
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+
+// Qt's bus connections need an application object; the servers get a
+// documents folder of the test's own.
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    QTemporaryDir documents;
+    qputenv("XDG_DOCUMENTS_DIR", documents.path().toUtf8());
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

@@ -41,9 +41,7 @@ inline std::string Text(const QVariantList& Values) {
 
 class ServerProcess {
   public:
-    // Starts the server (in the test's documents folder by default, where
-    // no trace log marker of the user's lies) and waits until it owns the
-    // well-known name on Bus.
+    // Starts the server and waits until it owns the well-known name on Bus.
     explicit ServerProcess(QString Documents = {}, const QProcessEnvironment& Extra = {},
                            const QDBusConnection& Bus = QDBusConnection::sessionBus())
         : bus_(Bus) {

@@ -1,6 +1,5 @@
-// The built server as the bus tests see it: `aztrue --automation` started
-// on the test's bus with a documents folder of the test's, and every call
-// addressed to its unique name, so that none starts a server by activation.
+// `aztrue --automation` started on the test's bus, every call addressed to
+// its unique name, so that none starts a server by activation.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,7 +10,6 @@
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QThread>
-#include <string>
 
 #include "dbus/BusNames.h"
 
@@ -19,6 +17,8 @@ namespace bustest {
 
 inline constexpr int kPatience = 20000;  // ms for a start, an end or a reply: far beyond any
 inline const QString kObject = QString::fromLatin1(AztrueBus::kObjectInterface);
+inline const QString kFactoryPath = QString::fromLatin1(AztrueBus::kFactoryPath);
+inline const QString kFactory = QString::fromLatin1(AztrueBus::kFactoryInterface);
 inline const QString kStatistics = QString::fromLatin1(AztrueBus::kStatisticsInterface);
 inline const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
 inline const QString kInvalidArgs = QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs");
@@ -68,8 +68,7 @@ class ServerProcess {
     bool Started() const { return !name_.isEmpty(); }
     const QString& Name() const { return name_; }
     bool Running() const { return process_.state() != QProcess::NotRunning; }
-    // Waits for the process to end by itself; true when it ended with 0.
-    bool EndsCleanly() {
+    bool EndsCleanly() {  // waits for the process to end by itself, with status 0
         return (!Running() || process_.waitForFinished(kPatience)) &&
                process_.exitStatus() == QProcess::NormalExit && process_.exitCode() == 0;
     }
@@ -81,8 +80,7 @@ class ServerProcess {
         return bus_.call(call, QDBus::Block, kPatience);
     }
     QString CreateObject() const {  // the path; empty after an error
-        const QDBusMessage reply = Call(QString::fromLatin1(AztrueBus::kFactoryPath),
-                                        "CreateObject", {}, AztrueBus::kFactoryInterface);
+        const QDBusMessage reply = Call(kFactoryPath, "CreateObject", {}, kFactory);
         return qvariant_cast<QDBusObjectPath>(reply.arguments().value(0)).path();
     }
     QVariant Get(const QString& Path, const QString& Property) const {

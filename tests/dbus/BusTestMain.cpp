@@ -3,8 +3,7 @@
 #include <QCoreApplication>
 #include <QTemporaryDir>
 
-// Qt's bus connections need an application object; the servers get a
-// documents folder of the test's own.
+// Qt's bus connections need an application object; servers get our own documents folder.
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     QTemporaryDir documents;

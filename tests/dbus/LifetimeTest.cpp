@@ -12,12 +12,8 @@ namespace {
 
 using namespace bustest;
 
-const QString kFactoryPath = QString::fromLatin1(AztrueBus::kFactoryPath);
-const QString kFactory = QString::fromLatin1(AztrueBus::kFactoryInterface);
-
-// A call from a client that leaves at once: true when answered; with Wait
-// false, once the bus daemon has passed it on (it answers the client's next
-// call after that), so that the client leaves before the reply.
+// A call from a client that leaves at once: true when answered, or with Wait false
+// when the bus daemon has passed it on (it answers the next call after that).
 bool CallAndLeave(const ServerProcess& Server, const QString& Member, bool Wait = true) {
     auto other = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "other");
     const auto call = QDBusMessage::createMethodCall(
@@ -67,25 +63,22 @@ TEST(Lifetime, EachEndOfTheObjectEndsTheProcessAfterItsReply) {
 TEST(Lifetime, TheEndOfTheBusEndsTheServer) {
     QProcess daemon;
     daemon.start("dbus-daemon", {"--session", "--nofork", "--print-address=1"});
-    QByteArray address;
-    while (!address.contains('\n') && daemon.waitForReadyRead(kPatience))
-        address += daemon.readAllStandardOutput();
+    while (!daemon.canReadLine() && daemon.waitForReadyRead(kPatience)) continue;
+    const QByteArray address = daemon.readLine().trimmed();
     QProcessEnvironment env;
-    env.insert("DBUS_SESSION_BUS_ADDRESS", address.trimmed());
-    ServerProcess server({}, env, QDBusConnection::connectToBus(address.trimmed(), "bus"));
+    env.insert("DBUS_SESSION_BUS_ADDRESS", address);
+    ServerProcess server({}, env, QDBusConnection::connectToBus(address, "bus"));
     ASSERT_TRUE(server.Started()) << address.toStdString();
     EXPECT_FALSE(server.CreateObject().isEmpty());
     QDBusConnection::disconnectFromBus("bus");
     daemon.terminate();
     EXPECT_TRUE(server.EndsCleanly());
-    daemon.waitForFinished(kPatience);
 }
 
 TEST(Lifetime, SecondServerOrOneWithoutBusExitsAtOnceAndSaysWhy) {
     ServerProcess first;
     ASSERT_TRUE(first.Started());
     const QString session = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-    // clang-format off
     const struct {
         QString bus;
         const char* says;
@@ -93,7 +86,6 @@ TEST(Lifetime, SecondServerOrOneWithoutBusExitsAtOnceAndSaysWhy) {
         {session, "already running: another process owns com.brightfold.AZTSERVR"},
         {"unix:path=/nonexistent/aztrue-test-bus", "cannot connect to the D-Bus session bus"},
     };
-    // clang-format on
     for (const auto& s : kStarts) {
         QProcess server;
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -129,8 +121,8 @@ TEST(HardConditions, CallsSentWithoutWaitingAreAnsweredInOrder) {
         const QDBusMessage r = calls[i].reply();
         EXPECT_EQ(r.type(), QDBusMessage::ReplyMessage)
             << i << ": " << r.errorMessage().toStdString();
-        const double phi = 0.1 * (i / 2 + 1);  // of the point a read finds
-        EXPECT_TRUE(i % 2 == 0 || r.arguments().value(0) == phi) << i << Text(r.arguments());
+        EXPECT_TRUE(i % 2 == 0 || r.arguments().value(0) == 0.1 * (i / 2 + 1))
+            << Text(r.arguments());
     }
 }
 

@@ -18,8 +18,7 @@ namespace {
 
 using namespace bustest;
 
-// A member of the class called with the inputs of a bus call, giving its
-// results in the order of the bus reply: the value, then the out-arguments.
+// The class's member on a bus call's inputs; its results in the reply's order.
 using Invoker = std::function<QVariantList(cAztrue&, const QVariantList&)>;
 
 // clang-format off
@@ -31,9 +30,9 @@ template <class T> QVariant To(const T& v) { return QVariant::fromValue(v); }
 QVariant To(const std::string& v) { return QString::fromStdString(v); }
 // clang-format on
 
-template <class R, class... A, class F>
-Invoker Make(F call) {
-    return [call](cAztrue& c, const QVariantList& in) {
+template <class R, class... A>
+Invoker Local(R (cAztrue::*f)(A...)) {
+    return [f](cAztrue& c, const QVariantList& in) {
         std::tuple<std::decay_t<A>...> v;
         int k = 0;
         std::apply(
@@ -43,16 +42,12 @@ Invoker Make(F call) {
             v);
         QVariantList out;
         if constexpr (std::is_void_v<R>)
-            std::apply([&](auto&... x) { call(c, x...); }, v);
+            std::apply([&](auto&... x) { (c.*f)(x...); }, v);
         else
-            out << To(std::apply([&](auto&... x) { return call(c, x...); }, v));
+            out << To(std::apply([&](auto&... x) { return (c.*f)(x...); }, v));
         std::apply([&](auto&... x) { ((kOut<A> ? void(out << To(x)) : void()), ...); }, v);
         return out;
     };
-}
-template <class R, class... A>
-Invoker Local(R (cAztrue::*f)(A...)) {
-    return Make<R, A...>([f](cAztrue& c, auto&... x) { return (c.*f)(x...); });
 }
 
 struct Step {

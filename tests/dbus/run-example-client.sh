@@ -1,9 +1,8 @@
 #!/bin/sh
-# Runs an example client on a session bus of its own, where its first call
-# starts the server by activation from the service file installed under
-# XDG_DATA_HOME, and checks what it printed: the fit of the 40 stars of the
-# sample, and a star back on the sky within 0.1" of where it started (the
-# inverse solution meets its place to far better than that).
+# Runs an example client on a bus of its own, where its first call starts the
+# server by activation from the service file under XDG_DATA_HOME; checks the fit
+# of the sample's 40 stars and a star back on the sky within 0.1" (the inverse
+# solution meets its place to far better than that).
 set -eu
 out=$(dbus-run-session -- "$@" 2>&1) || { echo "$out"; exit 1; }
 echo "$out"

@@ -65,7 +65,7 @@ TEST(Interface, IntrospectionIsTheDescriptionAndEveryMemberAnswersWithItsTypes) 
         QString path, interface;
         size_t count;
     } kInterfaces[] = {
-        {"/com/brightfold/AZTSERVR", kFactory, 1}, {path, kObject, 61}, {path, kStatistics, 3}};
+        {"/com/brightfold/AZTSERVR", kFactory, 1}, {path, kObject, 61}, {path, kStatistics, 4}};
     for (const auto& i : kInterfaces) {
         const QDBusMessage xml =
             server.Call(i.path, "Introspect", {}, "org.freedesktop.DBus.Introspectable");
@@ -141,6 +141,8 @@ TEST(BadInput, GetsTheStandardErrorsAndChangesNothing) {
         {p, kObject, "GetLSTRad", {}, kInvalidArgs},
         {p, kProperties, "Set", {kObject, "Second", V(1e9)}, {}},
         {p, kObject, "GetLSTRad", {}, {}},
+        {p, kStatistics, "SuggestPoints", {N(-1)}, kInvalidArgs},
+        {p, kStatistics, "SuggestPoints", {N(501)}, kInvalidArgs},
     };
     // clang-format on
     for (const auto& c : kCases) {

@@ -137,6 +137,18 @@ TEST(RecordedSequence, BusAnswersAsTheClassAndItsFitFindsTheMount) {
         EXPECT_NEAR(coef[k] / kArcsec, kMount.count(number[k]) ? kMount.at(number[k]) : 0, 5)
             << "term " << number[k] << " in arcseconds";
     }
+
+    // The next points: the Count asked for, above the horizon (radians), in
+    // the walk from north through east.
+    const QVariantList next =
+        server.Call(path, QStringLiteral("SuggestPoints"), {N(4)}, kStatistics).arguments();
+    const auto az = qdbus_cast<QList<double>>(next.value(0));
+    const auto el = qdbus_cast<QList<double>>(next.value(1));
+    ASSERT_TRUE(az.size() == 4 && el.size() == 4) << az.size() << " " << el.size();
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_TRUE(el[i] > 0 && el[i] < 1.5708) << "elevation " << el[i];
+        EXPECT_TRUE(az[i] >= (i ? az[i - 1] : 0) && az[i] < 6.2832) << "azimuth " << az[i];
+    }
 }
 
 }  // namespace

@@ -1,92 +1,58 @@
-// Shared pieces of the server tests: a display that records every call,
-// a fixture with a fresh model and server object, and stars of a perfect mount.
+// The server tests' recording display, fresh server and perfect mount.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <memory>
-#include <string>
-#include <vector>
 
-#include "model/InverseSolution.h"
 #include "model/ModelState.h"
 #include "server/DisplayRefresh.h"
 #include "server/RecalcChain.h"
 #include "server/cAztrue.h"
 
-// Records the name of every call in order; an optional hook runs inside
-// each call, to look at the model or the chain at that moment.
+using Calls = std::vector<std::string>;
+constexpr double kTruePi = 3.14159265358979323846;  // the program's own is 3.141592654
+
+#define RECORD(member) void member() override { Record(#member); }
 class CountingDisplay : public DisplayRefresh {
   public:
-    void DisplayCalPoints() override { Record("DisplayCalPoints"); }
-    void UpdateGraph() override { Record("UpdateGraph"); }
-    void MakeGraph() override { Record("MakeGraph"); }
-    void DisplayData() override { Record("DisplayData"); }
-    void ProcessPendingEvents() override { Record("ProcessPendingEvents"); }
-    void ShowMain() override { Record("ShowMain"); }
-    void KillWindows() override { Record("KillWindows"); }
-    void DisposeAll() override { Record("DisposeAll"); }
-    void FileNameChanged(const std::string& FullFileName) override {
-        fileName = FullFileName;
-        Record("FileNameChanged");
-    }
-
-    int Count(const std::string& name) const {
-        int n = 0;
-        for (const auto& c : calls) n += (c == name) ? 1 : 0;
-        return n;
-    }
-
-    std::vector<std::string> calls;
-    std::string fileName;
-    std::function<void(const std::string&)> onCall;
-
-  private:
+    RECORD(DisplayCalPoints) RECORD(UpdateGraph) RECORD(MakeGraph) RECORD(DisplayData)
+    RECORD(ProcessPendingEvents) RECORD(ShowMain) RECORD(KillWindows) RECORD(DisposeAll)
+    void FileNameChanged(const std::string& name) override { Record("FileNameChanged " + name); }
     void Record(const std::string& name) {
         calls.push_back(name);
-        if (onCall) onCall(name);
+        if (onCall) onCall(name);  // a test's look inside the call
     }
+    Calls calls;
+    std::function<void(const std::string&)> onCall;
 };
 
-// A fresh all-zero model, its main window object over a counting display,
-// and one server object created on them. Declared in this order so that
-// the server object ends first, while the display still exists.
+// The object ends first, without a test's hook (whose locals are gone).
 class ServerTest : public ::testing::Test {
   protected:
-    // A test's hook may look at the test's own locals, gone by now: the
-    // object's end reaches the display without it.
-    ~ServerTest() override {
-        display.onCall = nullptr;
-        server.reset();
+    ~ServerTest() override { display.onCall = nullptr, server.reset(); }
+    int Recalculations() const {
+        return int(std::count(display.calls.begin(), display.calls.end(), "UpdateGraph"));
     }
-
     std::unique_ptr<ModelState> model = std::make_unique<ModelState>();
     CountingDisplay display;
     RecalcChain chain{*model, display};
     std::unique_ptr<cAztrue> server = std::make_unique<cAztrue>(chain);
-
-    // Number of full recalculations so far: UpdateGraph runs once in each.
-    int Recalculations() const { return display.Count("UpdateGraph"); }
 };
 
-// Adds six stars well above the horizon of the default site (latitude 33.5),
-// spread over hour angle and declination so that the four lowest terms are
-// well determined, with the encoder readings of a perfect mount plus the
-// given shifts (counts are radians at the default counts per turn); star
-// `spoiled` (1-based) reads 0.01 more on the Theta axis.
-inline void AddSixStars(cAztrue& server, double phiShift = 0, double thetaShift = 0,
-                        int spoiled = 0) {
-    auto perfect = std::make_unique<ModelState>();
-    InitModel(*perfect);
-    const double lst = 1.0, jd = 2451545.25;
-    const double hourAngle[6] = {-1.0, -0.5, 0.0, 0.5, 1.0, 1.5};
+// Six stars high above the default site (latitude 33.5), spread so that the
+// four lowest terms are well determined, read by the fresh server's perfect
+// mount plus phiShift; star `spoiled` (1-based) reads 0.01 more on Theta.
+inline void AddSixStars(cAztrue& server, double phiShift = 0, int spoiled = 0) {
+    const double lst = 1.0, jd = 2451545.25, hourAngle[6] = {-1.0, -0.5, 0.0, 0.5, 1.0, 1.5};
     const double dec[6] = {0.2, 0.8, -0.1, 0.5, 1.1, 0.3};
-    for (int i = 0; i < 6; ++i) {
-        double theta = 0, phi = 0;
-        CelestialToEncoders(*perfect, lst, jd, lst - hourAngle[i], dec[i], 1, theta, phi);
-        theta += thetaShift + (i + 1 == spoiled ? 0.01 : 0);
-        server.AddCalPoint(phi + phiShift, theta, lst - hourAngle[i], dec[i], lst, jd, "", "");
-    }
+    double theta[6], phi[6];
+    for (int i = 0; i < 6; ++i)
+        server.CelestialToEncoder(lst, jd, lst - hourAngle[i], dec[i], 1, theta[i], phi[i]);
+    for (int i = 0; i < 6; ++i)
+        server.AddCalPoint(phi[i] + phiShift, theta[i] + (i + 1 == spoiled ? 0.01 : 0),
+                           lst - hourAngle[i], dec[i], lst, jd, "", "");
 }

@@ -17,6 +17,20 @@ TEST_F(ServerTest, MountTypesSetTheTwoFlags) {
     }
 }
 
+// A second object switches the chain's display back on and puts the
+// settings back to the model's defaults (latitude 33.5, longitude -118,
+// 16 degrees, 1018 mbar), while the calibration points stay.
+TEST_F(ServerTest, SecondObjectResetsSettingsAndKeepsPoints) {
+    AddSixStars(*server);
+    server->SetLatitude(-12.25), server->SetLongitude(7.5);
+    server->SetTemperature(-3.0), server->SetPressure(900.0);
+    chain.SetDisplayEnabled(false);
+    cAztrue second(chain);
+    EXPECT_EQ(std::tuple(chain.DisplayEnabled(), second.Latitude(), second.Longitude(),
+                         second.Temperature(), second.Pressure(), int(second.NumCalPoints())),
+              std::tuple(true, 33.5, -118.0, 16.0, 1018.0, 6));
+}
+
 // ShowAztrue shows the main window, then recalculates; KillAztrue closes
 // the windows and the object still works. A save or load takes the file's
 // name and tells the windows, a load fits nothing, a failure keeps the

@@ -5,8 +5,7 @@
 #include <algorithm>
 
 #include "windows/PictureBox.h"
-#include "windows/ProcessWindows.h"
-#include "windows/TestRegistry.h"
+#include "windows/WindowsTestSupport.h"
 
 class DoubleClickOnWindowsTest : public QObject {
     Q_OBJECT

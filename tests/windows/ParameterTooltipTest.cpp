@@ -5,8 +5,7 @@
 #include <QRegularExpression>
 #include <QtTest>
 
-#include "windows/ProcessWindows.h"
-#include "windows/TestRegistry.h"
+#include "windows/WindowsTestSupport.h"
 #include "windows/fErrors.h"
 
 class ParameterTooltipTest : public QObject {

@@ -2,9 +2,8 @@
 // load: they meet that one window, each taking effect in the order sent.
 #include <QtTest>
 
-#include "ProcessWindows.h"
 #include "server/cAztrue.h"
-#include "windows/TestRegistry.h"
+#include "windows/WindowsTestSupport.h"
 
 namespace {
 

@@ -6,7 +6,6 @@
 #include "model/SyntheticCalibration.h"
 #include "server/RecalcChain.h"
 #include "windows/TestMenu.h"
-#include "windows/TestRegistry.h"
 #include "windows/WindowSet.h"
 #include "windows/WindowsTestSupport.h"
 #include "windows/fMain.h"

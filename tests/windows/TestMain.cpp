@@ -1,10 +1,7 @@
 // Runs every registered QtTest class in one QApplication; the exit status is
 // the number of classes with a failure. AZTRUE_TEST_CLASS=Name runs only
 // that class, and then the usual QtTest arguments (function names) apply.
-#include <QApplication>
-#include <QtTest>
-
-#include "windows/TestRegistry.h"
+#include "windows/WindowsTestSupport.h"
 
 std::vector<TestFactory>& RegisteredTests() {
     static std::vector<TestFactory> tests;

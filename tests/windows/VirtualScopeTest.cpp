@@ -9,7 +9,6 @@
 
 #include "simulation/fVirtualScope.h"
 #include "sky/mStrings.h"
-#include "windows/TestRegistry.h"
 #include "windows/WindowSet.h"
 #include "windows/WindowsTestSupport.h"
 #include "windows/fMain.h"

@@ -1,5 +1,6 @@
-// Shared helpers of the window tests: a fresh model, pixel channels, angle
-// units, and a driver for modal boxes and choosers.
+// Shared fixtures of the window tests: registration of the test classes, a
+// fresh or synthetic model with its process windows, pixel and angle helpers,
+// and drivers for modal boxes and file choosers.
 #pragma once
 
 #include <QApplication>
@@ -8,14 +9,31 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QTimer>
-#include <QWidget>
+#include <QtTest>
+#include <cmath>
 #include <functional>
+#include <initializer_list>
 #include <memory>
-#include <string>
+#include <vector>
 
 #include "model/Constants.h"
 #include "model/ModelState.h"
+#include "model/SyntheticCalibration.h"
+#include "model/Terms.h"
+#include "server/RecalcChain.h"
 #include "windows/Picture.h"
+#include "windows/WindowsDisplay.h"
+
+// The QtTest classes register themselves, so that one program runs them all.
+using TestFactory = std::function<std::unique_ptr<QObject>()>;
+std::vector<TestFactory>& RegisteredTests();
+struct TestRegistration {
+    explicit TestRegistration(TestFactory f) { RegisteredTests().push_back(std::move(f)); }
+};
+#define AZTRUE_REGISTER_TEST(Class) \
+    static const TestRegistration Class##Registered([] { return std::make_unique<Class>(); })
+
+const QString kSample = QStringLiteral(QT_TESTCASE_SOURCEDIR "/../data/sample.AZT");
 
 inline std::unique_ptr<ModelState> FreshModel() {
     auto s = std::make_unique<ModelState>();
@@ -23,27 +41,85 @@ inline std::unique_ptr<ModelState> FreshModel() {
     return s;
 }
 
-// Radians from arcminutes and arcseconds with the program's pi.
-inline double Arcmin(double a) {
-    return a / 60 * kHalfTurn / 180;
-}
-inline double Arcsec(double a) {
-    return a / 3600 * kHalfTurn / 180;
-}
+// Radians from degrees, arcminutes and arcseconds with the program's pi.
+inline double Deg(double a) { return a * kHalfTurn / 180; }
+inline double Arcmin(double a) { return Deg(a / 60); }
+inline double Arcsec(double a) { return Deg(a / 3600); }
+
+// Fails with wanted, got and the difference when Got is farther than Tol.
+#define CHECK_NEAR(Got, Want, Tol)                                                              \
+    do {                                                                                        \
+        const double got_ = (Got), want_ = (Want);                                              \
+        QVERIFY2(std::fabs(got_ - want_) <= (Tol),                                              \
+                 qPrintable(QStringLiteral(#Got ": wanted %1, got %2, difference %3")           \
+                                .arg(want_, 0, 'g', 12).arg(got_, 0, 'g', 12).arg(got_ - want_))); \
+    } while (0)
 
 struct Rgb {
     int r, g, b;
     bool operator==(const Rgb&) const = default;
 };
-
+inline char* toString(const Rgb& c) {
+    return qstrdup(QByteArray::number(c.r) + "," + QByteArray::number(c.g) + "," +
+                   QByteArray::number(c.b));
+}
 inline Rgb PixelAt(const cPicture& pic, int x, int y) {
     const long c = pic.Point(x, y);
-    return {static_cast<int>(c % 256), static_cast<int>((c / 256) % 256),
-            static_cast<int>(c / 65536)};
+    return {int(c % 256), int((c / 256) % 256), int(c / 65536)};
+}
+// The pixels of Pic that differ from those wanted, as "x,y: wanted .., got ..".
+struct PixelWant {
+    int x, y;
+    Rgb want;
+};
+inline QString WrongPixels(const cPicture& Pic, std::initializer_list<PixelWant> Wants) {
+    QString wrong;
+    for (const PixelWant& p : Wants) {
+        const Rgb got = PixelAt(Pic, p.x, p.y);
+        if (!(got == p.want))
+            wrong += QStringLiteral("%1,%2: wanted %3, got %4; ").arg(p.x).arg(p.y)
+                         .arg(toString(p.want), toString(got));
+    }
+    return wrong;
 }
 
-inline QByteArray RgbText(const Rgb& c) {
-    return QByteArray::number(c.r) + "," + QByteArray::number(c.g) + "," + QByteArray::number(c.b);
+// The windows over a model of the test's own as the process has them, with a
+// count of the chain's complete runs (the last refresh of each).
+class CountingWindows : public WindowsDisplay {
+  public:
+    using WindowsDisplay::WindowsDisplay;
+    void DisplayData() override {
+        ++Fits;
+        WindowsDisplay::DisplayData();
+    }
+    int Fits = 0;
+};
+struct ProcessWindows {
+    explicit ProcessWindows(ModelState& s) : chain(s, none), display(chain, {}) {
+        chain.SetDisplay(display);
+        chain.SetDisplayEnabled(true);
+    }
+    ~ProcessWindows() { chain.SetDisplay(none); }
+    WindowSet& Windows() { return display.Windows(); }
+    NoDisplay none;
+    RecalcChain chain;
+    CountingWindows display;
+};
+
+// A client's model with Num points of an alt-az mount with a cone error of
+// 8e-4 rad and 3" of noise, all terms enabled, dated "d1".."dNum".
+inline std::unique_ptr<ModelState> ClientModel(int Num) {
+    auto s = FreshModel();
+    s->ServerStarted = true;
+    s->MaxSensitivity = 1e15;
+    EnableAll(*s);
+    SyntheticMount m;
+    m.Num = Num;
+    m.TermCoef[5] = 8e-4;
+    m.NoiseRMS = Arcsec(3);
+    AddSyntheticPoints(*s, MakeSyntheticPoints(*s, m));
+    for (int i = 1; i <= Num; ++i) s->CalPoints[i].DateStr = QStringLiteral("d%1").arg(i).toStdString();
+    return s;
 }
 
 // Runs Action on the first modal widget of type T that comes up within
@@ -51,52 +127,28 @@ inline QByteArray RgbText(const Rgb& c) {
 template <class T>
 void WhenModal(std::function<void(T*)> Action, int TimeoutMs = 5000) {
     auto* timer = new QTimer;
-    auto* clock = new QElapsedTimer;
+    auto clock = std::make_shared<QElapsedTimer>();
     clock->start();
     QObject::connect(timer, &QTimer::timeout, [timer, clock, Action, TimeoutMs] {
         T* w = qobject_cast<T*>(QApplication::activeModalWidget());
         if (w == nullptr && clock->elapsed() < TimeoutMs) return;
         timer->stop();
         timer->deleteLater();
-        delete clock;
         if (w != nullptr) Action(w);
     });
     timer->start(10);
 }
 
-// Answers the next file chooser with Name, as if typed and confirmed. The
-// answer is repeated at each tick until the chooser has closed, in case it
-// was not ready for it. Title, if given, receives the chooser's title.
-inline void AcceptFileDialog(const QString& Name, QString* Title = nullptr, int TimeoutMs = 5000) {
-    auto* timer = new QTimer;
-    auto* clock = new QElapsedTimer;
-    auto* handled = new QPointer<QFileDialog>;
-    auto* started = new bool(false);
-    clock->start();
-    QObject::connect(timer, &QTimer::timeout, [=] {
-        QFileDialog* d = *handled;
-        if (!*started) d = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-        const bool open = d != nullptr && d->isVisible();
-        if (!open && (*started || clock->elapsed() >= TimeoutMs)) {
-            timer->stop();
-            timer->deleteLater();
-            delete clock;
-            delete handled;
-            delete started;
-            return;
-        }
-        if (!open) return;
-        if (!*started && Title) *Title = d->windowTitle();
-        *started = true;
-        *handled = d;
-        // Typed into the name box: selectFile leaves a focused box alone.
-        if (auto* edit = d->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
+// Answers the next file chooser with Name, typed into its name box and
+// confirmed; Title, if given, receives the chooser's title.
+inline void AcceptFileDialog(const QString& Name, QString* Title = nullptr) {
+    WhenModal<QFileDialog>([Name, Title](QFileDialog* d) {
+        if (Title) *Title = d->windowTitle();
+        // Typed: selectFile leaves a focused box alone.
+        if (auto* edit = d->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
             edit->setText(Name);
-        } else {
+        else
             d->selectFile(Name);
-        }
-        // Through QDialog, where accept is public; the chooser's own runs.
-        static_cast<QDialog*>(d)->accept();
+        static_cast<QDialog*>(d)->accept();  // the chooser's own accept runs
     });
-    timer->start(10);
 }

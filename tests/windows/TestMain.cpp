@@ -1,6 +1,5 @@
-// Runs every registered QtTest class in one QApplication; the exit status is
-// the number of classes with a failure. AZTRUE_TEST_CLASS=Name runs only
-// that class, and then the usual QtTest arguments (function names) apply.
+// Runs the registered test classes in one QApplication, or only the one named
+// by AZTRUE_TEST_CLASS; the exit status counts the classes with a failure.
 #include "windows/WindowsTestSupport.h"
 
 std::vector<TestFactory>& RegisteredTests() {

@@ -41,15 +41,10 @@ inline double Arcmin(double a) { return Deg(a / 60); }
 inline double Arcsec(double a) { return Deg(a / 3600); }
 
 // Fails with wanted, got and the difference when Got is farther than Tol.
-#define CHECK_NEAR(Got, Want, Tol)                                                   \
-    do {                                                                             \
-        const double got_ = (Got), want_ = (Want);                                   \
-        QVERIFY2(std::fabs(got_ - want_) <= (Tol),                                   \
-                 qPrintable(QStringLiteral(#Got ": wanted %1, got %2, difference %3") \
-                                .arg(want_, 0, 'g', 12)                              \
-                                .arg(got_, 0, 'g', 12)                               \
-                                .arg(got_ - want_)));                                \
-    } while (0)
+#define CHECK_NEAR(Got, Want, Tol)                                                            \
+    QVERIFY2(std::fabs((Got) - (Want)) <= (Tol),                                              \
+             qPrintable(QStringLiteral(#Got ": wanted %1, got %2, difference %3")              \
+                            .arg(Want, 0, 'g', 12).arg(Got, 0, 'g', 12).arg((Got) - (Want))))
 
 struct Rgb {
     int r, g, b;

@@ -54,6 +54,6 @@ class DoubleClickOnWindowsTest : public QObject {
         }
     }
 };
-AZTRUE_REGISTER_TEST(DoubleClickOnWindowsTest);
+QTEST_MAIN(DoubleClickOnWindowsTest)
 
 #include "DoubleClickOnWindowsTest.moc"

@@ -170,6 +170,6 @@ class MainWindowTest : public QObject {
         }
     }
 };
-AZTRUE_REGISTER_TEST(MainWindowTest);
+QTEST_MAIN(MainWindowTest)
 
 #include "MainWindowTest.moc"

@@ -34,6 +34,6 @@ class ParameterTooltipTest : public QObject {
         QCOMPARE(w.findChild<QLabel*>(QStringLiteral("lblErr_13"))->toolTip(), QString());
     }
 };
-AZTRUE_REGISTER_TEST(ParameterTooltipTest);
+QTEST_MAIN(ParameterTooltipTest)
 
 #include "ParameterTooltipTest.moc"

@@ -45,7 +45,7 @@ double ExactArcmin(double Arcminutes) {
 
 }  // namespace
 
-class SkyPlotsTest : public QObject {
+class PlotsTest : public QObject {
     Q_OBJECT
   private slots:
     // Each row of the scale table at and just beyond its limit.
@@ -187,12 +187,7 @@ class SkyPlotsTest : public QObject {
         for (const auto& p : presses) QCOMPARE(DotUnderMouse(x, y, 4, p.X, p.Y), p.Want);
         QCOMPARE(DotUnderMouse(x, y, 3, 200, 200), 0);  // only the first N count
     }
-};
-AZTRUE_REGISTER_TEST(SkyPlotsTest);
 
-class GraphTest : public QObject {
-    Q_OBJECT
-  private slots:
     // By hand: R = Spacing / Scale, E = floor(log10 R), M = R / 10^E; the
     // tests M < 5, < 4, < 2.5, < 2 are strict, the last that holds wins.
     void NiceStepAtTheEdgesOfItsTable() {
@@ -241,6 +236,6 @@ class GraphTest : public QObject {
         QCOMPARE(QPointF(g.StarX[1], g.StarY[1]), QPointF(0, 0));
     }
 };
-AZTRUE_REGISTER_TEST(GraphTest);
+QTEST_MAIN(PlotsTest)
 
 #include "PlotsTest.moc"

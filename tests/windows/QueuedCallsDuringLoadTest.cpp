@@ -61,6 +61,6 @@ class QueuedCallsDuringLoadTest : public QObject {
         }
     }
 };
-AZTRUE_REGISTER_TEST(QueuedCallsDuringLoadTest);
+QTEST_MAIN(QueuedCallsDuringLoadTest)
 
 #include "QueuedCallsDuringLoadTest.moc"

@@ -141,6 +141,6 @@ class TableWindowsTest : public QObject {
         QVERIFY(m.grab().save(AZTRUE_BUILD_DIR "/main-window-fit.png"));
     }
 };
-AZTRUE_REGISTER_TEST(TableWindowsTest);
+QTEST_MAIN(TableWindowsTest)
 
 #include "TableWindowsTest.moc"

@@ -48,5 +48,5 @@ class TestChecksTest : public QObject {
     }
 };
 
-AZTRUE_REGISTER_TEST(TestChecksTest);
+QTEST_MAIN(TestChecksTest)
 #include "TestChecksTest.moc"

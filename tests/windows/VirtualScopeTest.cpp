@@ -91,5 +91,5 @@ class VirtualScopeTest : public QObject {
     }
 };
 
-AZTRUE_REGISTER_TEST(VirtualScopeTest);
+QTEST_MAIN(VirtualScopeTest)
 #include "VirtualScopeTest.moc"

@@ -1,6 +1,5 @@
-// Shared fixtures of the window tests: registration of the test classes,
-// models and the process windows over them, pixel and angle helpers, and
-// drivers for modal boxes and file choosers.
+// Shared fixtures of the window tests: models and the process windows over
+// them, pixel and angle helpers, drivers for modal boxes and file choosers.
 #pragma once
 
 #include <QApplication>
@@ -18,14 +17,6 @@
 #include "server/RecalcChain.h"
 #include "windows/PictureBox.h"
 #include "windows/WindowsDisplay.h"
-
-using TestFactory = std::function<std::unique_ptr<QObject>()>;
-std::vector<TestFactory>& RegisteredTests();
-struct TestRegistration {
-    explicit TestRegistration(TestFactory f) { RegisteredTests().push_back(std::move(f)); }
-};
-#define AZTRUE_REGISTER_TEST(Class) \
-    static const TestRegistration Class##Registered([] { return std::make_unique<Class>(); })
 
 const QString kSample = QStringLiteral(QT_TESTCASE_SOURCEDIR "/../data/sample.AZT");
 
@@ -70,12 +61,17 @@ inline QString WrongPixels(const cPicture& Pic, std::initializer_list<std::pair<
 }
 
 // The windows over a model of the test's own as the process has them, with a
-// count of the chain's complete runs (the last refresh of each).
+// count of the chain's complete runs (the last refresh of each); while Still,
+// the chain lets no queued events run.
 class CountingWindows : public WindowsDisplay {
   public:
     using WindowsDisplay::WindowsDisplay;
     void DisplayData() override { ++Fits, WindowsDisplay::DisplayData(); }
+    void ProcessPendingEvents() override {
+        if (!Still) WindowsDisplay::ProcessPendingEvents();
+    }
     int Fits = 0;
+    bool Still = false;
 };
 struct ProcessWindows {
     explicit ProcessWindows(ModelState& s) : chain(s, none), display(chain, {}) {

@@ -26,9 +26,15 @@ std::pair<int, int> Stats(fAdvanced& w) {
     return {p[0].toInt(), p[1].toInt()};
 }
 
+// The windows over a client's model whose chain lets no events run.
+struct StillWindows : ProcessWindows {
+    explicit StillWindows(ModelState& s) : ProcessWindows((s.ServerStarted = true, s)) {
+        display.Still = true;
+    }
+};
+
 // Starts a run with a click and calls Step at each pass of the run's own
-// event pump, the only one of a Still chain, until it returns true; returns
-// when the run has ended.
+// event pump until it returns true; returns when the run has ended.
 void RunWith(fAdvanced& w, std::function<bool()> Step) {
     QTimer timer;
     bool done = false;
@@ -108,9 +114,7 @@ class WindowLifeTest : public QObject {
     // back; a click then ends the run with no further step.
     void ScaleSearchResetThenStopped() {
         auto s = ScaleErrorModel();
-        s->ServerStarted = true;
-        ProcessWindows p(*s);
-        p.display.Still = true;
+        StillWindows p(*s);
         fAdvanced& w = p.Windows().Advanced.Get();
         double best = 0, afterReset = 0, afterNextStep = 0;
         std::pair<int, int> atReset{0, -1}, atClick;
@@ -141,10 +145,9 @@ class WindowLifeTest : public QObject {
     // by their deviation (1.00012345678 is 0.0123 %, 0.9999 is -0.01 %).
     void ScaleSearchEndsAtThe61stRejection() {
         auto s = FreshModel();
-        s->ServerStarted = true;
         s->PhiSF = 1.00012345678;
         s->ThetaSF = 0.9999;
-        ProcessWindows p(*s);
+        StillWindows p(*s);
         fAdvanced& w = p.Windows().Advanced.Get();
         w.cmdOptSF->click();
         QCOMPARE(s->PhiSF, 1.00012345678);
@@ -158,9 +161,7 @@ class WindowLifeTest : public QObject {
     void ClosingTheWindowEndsTheRun() {
         for (bool byHand : {true, false}) {
             auto s = ScaleErrorModel();
-            s->ServerStarted = true;
-            ProcessWindows p(*s);
-            p.display.Still = true;
+            StillWindows p(*s);
             p.Windows().Advanced.Show();
             QPointer<fAdvanced> w = p.Windows().Advanced.IfLoaded();
             int closedAt = -1, last = 0;

@@ -2,14 +2,9 @@
 // fit, a press on a dot that refits and a double-click that toggles once,
 // Save Calibration As and Open Calibration with their questions and
 // messages; and angles as text.
-#include <QLabel>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTemporaryDir>
 
 #include "windows/DisplayFigures.h"
 #include "windows/WindowsTestSupport.h"
-#include "windows/fMain.h"
 
 namespace {
 

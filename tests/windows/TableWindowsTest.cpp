@@ -1,9 +1,6 @@
 // The table windows over a fit as an operator uses them, with the main
 // window following their refits, and their pictures for the README.
 #include <QCheckBox>
-#include <QLabel>
-#include <QMessageBox>
-#include <QPushButton>
 
 #include "windows/CalPointsTable.h"
 #include "windows/WindowsTestSupport.h"

@@ -2,11 +2,7 @@
 // reset, stopped and closed under as it runs; the plot command, whose
 // pictures are those the windows show.
 #include <QDir>
-#include <QLabel>
 #include <QProcess>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTemporaryDir>
 
 #include "model/ScaleErrorMount.h"
 #include "windows/WindowsTestSupport.h"

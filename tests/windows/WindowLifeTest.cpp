@@ -1,9 +1,5 @@
-// Windows built at first use and dropped when closed; the scale factor search
-// reset, stopped and closed under as it runs; the plot command, whose
-// pictures are those the windows show.
-#include <QDir>
-#include <QProcess>
-
+// Windows built at first use and dropped when closed, and the scale factor
+// search reset, stopped and closed under as it runs.
 #include "model/ScaleErrorMount.h"
 #include "windows/WindowsTestSupport.h"
 
@@ -39,16 +35,6 @@ void RunWith(fAdvanced& w, std::function<bool()> Step) {
     QTest::mouseClick(w.cmdOptSF, Qt::LeftButton);
 }
 
-// `aztrue plot Args` with no display in the environment.
-int RunPlot(const QStringList& Args) {
-    QProcess p;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    for (const char* v : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) env.remove(v);
-    p.setProcessEnvironment(env);
-    p.start(QStringLiteral(AZTRUE_BUILD_DIR "/aztrue"), QStringList{"plot"} + Args);
-    return p.waitForFinished(120000) && p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-}
-
 }  // namespace
 
 class WindowLifeTest : public QObject {
@@ -72,8 +58,7 @@ class WindowLifeTest : public QObject {
 
     // The main window's unload keeps itself and the map; a client's
     // KillAztrue and Dispose keep only the map, which is never closed for
-    // others; after KillAztrue the next refit loads the main window again,
-    // unseen, over the same model.
+    // others. The next refit loads the main window again over the same model.
     void WhichWindowsEachCloseLeaves() {
         const std::pair<std::function<void(ProcessWindows&)>, QString> cases[] = {
             {[](ProcessWindows& p) { p.Windows().Main.Get().UnloadAll(); }, "Main AutoAlign"},
@@ -95,14 +80,9 @@ class WindowLifeTest : public QObject {
                                    {"AutoAlign", ws.AutoAlign.IfLoaded()}})
                 if (w) loaded << name;
             QCOMPARE(loaded.join(' '), left);
+            p.chain.CalibrateAndDisplay();
+            QCOMPARE(p.display.Main().lblNum->text(), QStringLiteral("3/3"));
         }
-        auto s = ClientModel(3);
-        ProcessWindows p(*s);
-        p.display.ShowMain();
-        p.display.KillWindows();
-        p.chain.CalibrateAndDisplay();
-        QVERIFY(p.display.MainIfLoaded() && !p.display.MainIfLoaded()->isVisible());
-        QCOMPARE(p.display.MainIfLoaded()->lblNum->text(), QStringLiteral("3/3"));
     }
 
     // In the run's pump: after 3 kept steps "Reset" sets PhiSF to 1; the next
@@ -173,32 +153,6 @@ class WindowLifeTest : public QObject {
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             QVERIFY(!w);
         }
-    }
-
-    // The plot command writes, without a display, the pictures the windows
-    // show of the same file; a file that is no calibration exits 3 and
-    // writes nothing. One graph goes to the README.
-    void PlotCommandWritesTheWindowsPictures() {
-        QTemporaryDir dir;
-        const QString out = dir.filePath("out");
-        QCOMPARE(RunPlot({kSample, "--out", out}), 0);
-        QCOMPARE(QDir(out).entryList(QDir::Files).size(), 8);
-        auto model = std::make_unique<ModelState>();
-        fMain m(*model);
-        QVERIFY(m.OpenCalibrationFile(kSample.toStdString()));
-        auto picture = [&out](const char* Name) {
-            return QImage(out + "/" + Name).convertToFormat(QImage::Format_RGB32);
-        };
-        QCOMPARE(picture("errors.png"), m.picError->Picture().Image());
-        fAnalysis& a = m.Windows().Analysis.Get();
-        a.optYPhi->click();
-        a.OptZ->click();
-        QCOMPARE(picture("analysis-phi-error-vs-zenith-distance.png"), a.picGraph->Picture().Image());
-        QCOMPARE(RunPlot({out + "/errors.png", "--out", dir.filePath("bad")}), 3);
-        QVERIFY(!QDir(dir.filePath("bad")).exists());
-        QFile::remove(QT_TESTCASE_SOURCEDIR "/../docs/error-graph.png");
-        QVERIFY(QFile::copy(out + "/analysis-phi-error-vs-phi.png",
-                            QT_TESTCASE_SOURCEDIR "/../docs/error-graph.png"));
     }
 };
 QTEST_MAIN(WindowLifeTest)

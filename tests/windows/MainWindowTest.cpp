@@ -1,27 +1,21 @@
-// The main window as an operator uses it over a real fit: the figures of the
-// fit, a press on a dot that refits and a double-click that toggles once,
-// Save Calibration As and Open Calibration with their questions and
+// The main window as an operator uses it over a real fit: its figures, a
+// press on a dot that refits, Save As and Open with their questions and
 // messages; and angles as text.
+#include <fstream>
 
 #include "windows/DisplayFigures.h"
 #include "windows/WindowsTestSupport.h"
 
 namespace {
 
-// An alt-az mount misaligned by 2e-3 rad to the north (6.8755') and 1.5e-3
-// rad to the east (5.1566'), with encoder offsets and a cone error; 40 points.
+// 40 points of an alt-az mount misaligned by 2e-3 rad to the north (6.8755')
+// and 1.5e-3 rad to the east (5.1566'), with encoder offsets and a cone error.
 std::unique_ptr<ModelState> SyntheticRun(double NoiseRMS) {
     auto s = FreshModel();
     EnableAltAz(*s);
-    SyntheticMount m;
-    m.Num = 40;
-    m.ErrorNorth = 2e-3;
-    m.ErrorWest = -1.5e-3;
-    m.ThetaEncOffset = 0.01;
-    m.PhiEncOffset = -0.02;
+    SyntheticMount m{.ErrorNorth = 2e-3, .ErrorWest = -1.5e-3, .ThetaEncOffset = 0.01,
+                     .PhiEncOffset = -0.02, .NoiseRMS = NoiseRMS, .Seed = 11};
     m.TermCoef[5] = 8e-4;
-    m.NoiseRMS = NoiseRMS;
-    m.Seed = 11;
     AddSyntheticPoints(*s, MakeSyntheticPoints(*s, m));
     return s;
 }
@@ -67,7 +61,7 @@ class MainWindowTest : public QObject {
         QVERIFY(QTest::qWaitForWindowExposed(&w));
         w.RefitAndRedraw();
         const int k = 7;  // no other dot within 5 pixels of its own with this seed
-        auto at = [&w, k] { return w.picError->mapTo(&w, Dot(w, k) + QPoint(1, 1) * PictureBox::kBorder); };
+        auto at = [&w] { return w.picError->mapTo(&w, Dot(w, k) + QPoint(2, 2)); };  // border 2
         QTest::mouseClick(w.windowHandle(), Qt::LeftButton, {}, at());
         QVERIFY(!s->CalPoints[k].Used);
         QCOMPARE(w.lblNum->text(), QStringLiteral("39/40"));
@@ -122,13 +116,12 @@ class MainWindowTest : public QObject {
     // What cannot be done is said, and the file name stays as it was.
     void FileErrorsSaySo() {
         QTemporaryDir dir;
-        QFile notes(dir.filePath("notes.txt"));
-        QVERIFY(notes.open(QIODevice::WriteOnly) && notes.write("not stars\r\n") > 0);
-        notes.close();
+        const QString notes = dir.filePath("notes.txt");
+        std::ofstream(notes.toStdString()) << "not stars\r\n";
         const struct { int Points; bool Save; QString Chosen, Message; } cases[] = {
             {0, true, "", "There are no calibration points to save."},
             {40, true, "/nonexistent-folder-of-aztrue/x.AZT", "Unable to save the current calibration."},
-            {0, false, notes.fileName(), "The file you are trying to open is not a valid calibration file."}};
+            {0, false, notes, "The file you are trying to open is not a valid calibration file."}};
         for (const auto& c : cases) {
             auto s = c.Points ? SyntheticRun(0) : FreshModel();
             fMain w(*s);

@@ -97,10 +97,8 @@ inline std::unique_ptr<ModelState> ClientModel(int Num) {
     s->ServerStarted = true;
     s->MaxSensitivity = 1e15;
     EnableAll(*s);
-    SyntheticMount m;
-    m.Num = Num;
+    SyntheticMount m{.Num = Num, .NoiseRMS = Arcsec(3)};
     m.TermCoef[5] = 8e-4;
-    m.NoiseRMS = Arcsec(3);
     AddSyntheticPoints(*s, MakeSyntheticPoints(*s, m));
     for (int i = 1; i <= Num; ++i)
         s->CalPoints[i].DateStr = QStringLiteral("d%1").arg(i).toStdString();

@@ -65,13 +65,15 @@ class TableWindowsTest : public QObject {
             act();
             QCOMPARE(p.display.Fits, fits + 1);
             QCOMPARE(m.lblNum->text(), num);
-            for (int r = 0; r < 5; ++r) QCOMPARE(UseBox(w, r)->isChecked(), s->CalPoints[r + 1].Used);
+            for (int r = 0; r < 5; ++r)
+                QCOMPARE(UseBox(w, r)->isChecked(), s->CalPoints[r + 1].Used);
         }
         PressRow(w, 1);
         PressRow(w, 3, Qt::RightButton);
         for (auto [answer, left] : {std::pair(QMessageBox::No, "d1 d2 d3 d4 d5"),
                                     std::pair(QMessageBox::Yes, "d1 d3 d5")}) {
-            WhenModal<QMessageBox>([answer = answer](QMessageBox* box) { box->button(answer)->click(); });
+            WhenModal<QMessageBox>(
+                [answer = answer](QMessageBox* box) { box->button(answer)->click(); });
             w.cmdDel->click();
             QStringList dates;
             for (int i = 1; i <= s->NumCalPoints; ++i) dates << s->CalPoints[i].DateStr.c_str();
@@ -86,9 +88,11 @@ class TableWindowsTest : public QObject {
     // 52.4"); the error with one decimal below 1000".
     void CalPointsCellsOfAPoint() {
         auto s = FreshModel();
-        const struct { double Theta, Phi, Err; std::array<std::string, 3> Want; } cases[] = {
-            {-0.5, 1.0, 999.94, {"-28° 38' 52\"", "57° 17' 45\"", "999.9\""}},
-            {4.0, -1.0, 1000.4, {"-130° 49' 01\"", "302° 42' 15\"", "1000\""}}};
+        const struct {
+            double Theta, Phi, Err;
+            std::array<std::string, 3> Want;
+        } cases[] = {{-0.5, 1.0, 999.94, {"-28° 38' 52\"", "57° 17' 45\"", "999.9\""}},
+                     {4.0, -1.0, 1000.4, {"-130° 49' 01\"", "302° 42' 15\"", "1000\""}}};
         for (const auto& c : cases) {
             std::tie(s->CalPoints[3].AxisTheta, s->CalPoints[3].AxisPhi, s->CalPoints[3].DistErr) =
                 std::tuple(c.Theta, c.Phi, Arcsec(c.Err));
@@ -102,9 +106,8 @@ class TableWindowsTest : public QObject {
 
     // Each preset refits with its terms, and the cells of the terms it
     // leaves out are empty: Equatorial 31 to 46; Alt-Az 13 to 20, 25 to 28,
-    // 33 to 46; Disable All all but Cone and Hub. Each keystroke that leaves
-    // a number in the limit refits: at 3 fewer terms come in than at 300.
-    void ModelParametersPresetsAndLimitRefit() {
+    // 33 to 46; Disable All all but Cone and Hub.
+    void ModelParametersPresetsRefit() {
         auto s = ClientModel(40);
         ProcessWindows p(*s);
         p.Windows().Main.Get().cmdMountErrors->click();
@@ -122,14 +125,6 @@ class TableWindowsTest : public QObject {
             QCOMPARE(p.display.Fits, fits + 1);
             QCOMPARE(EmptyCells(w), empty);
         }
-        const int fits = p.display.Fits;
-        w.txtMaxSensitivity->selectAll();
-        QTest::keyClicks(w.txtMaxSensitivity, QStringLiteral("3"));
-        const qsizetype emptyAt3 = EmptyCells(w).size();
-        QTest::keyClicks(w.txtMaxSensitivity, QStringLiteral("00x"));
-        QCOMPARE(p.display.Fits, fits + 3);
-        QCOMPARE(s->MaxSensitivity, 300.0);
-        QVERIFY2(EmptyCells(w).size() < emptyAt3, qPrintable(EmptyCells(w)));
     }
 
     // The sample as the README shows it. The plot command writes, without a
@@ -151,7 +146,8 @@ class TableWindowsTest : public QObject {
         fAnalysis& a = m.Windows().Analysis.Get();
         a.optYPhi->click();
         a.OptZ->click();
-        QCOMPARE(picture("analysis-phi-error-vs-zenith-distance.png"), a.picGraph->Picture().Image());
+        QCOMPARE(picture("analysis-phi-error-vs-zenith-distance.png"),
+                 a.picGraph->Picture().Image());
         QCOMPARE(RunPlot({out + "/errors.png", "--out", dir.filePath("bad")}), 3);
         QVERIFY(!QDir(dir.filePath("bad")).exists());
         QFile::remove(QT_TESTCASE_SOURCEDIR "/../docs/error-graph.png");

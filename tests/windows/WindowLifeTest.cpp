@@ -74,9 +74,12 @@ class WindowLifeTest : public QObject {
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             QStringList loaded;
             for (auto [name, w] : {std::pair<QString, QWidget*>{"Main", ws.Main.IfLoaded()},
-                                   {"Errors", ws.Errors.IfLoaded()}, {"CalPoints", ws.CalPoints.IfLoaded()},
-                                   {"Setup", ws.Setup.IfLoaded()}, {"Analysis", ws.Analysis.IfLoaded()},
-                                   {"Advanced", ws.Advanced.IfLoaded()}, {"Test", ws.Test.IfLoaded()},
+                                   {"Errors", ws.Errors.IfLoaded()},
+                                   {"CalPoints", ws.CalPoints.IfLoaded()},
+                                   {"Setup", ws.Setup.IfLoaded()},
+                                   {"Analysis", ws.Analysis.IfLoaded()},
+                                   {"Advanced", ws.Advanced.IfLoaded()},
+                                   {"Test", ws.Test.IfLoaded()},
                                    {"AutoAlign", ws.AutoAlign.IfLoaded()}})
                 if (w) loaded << name;
             QCOMPARE(loaded.join(' '), left);

@@ -32,15 +32,23 @@ inline std::unique_ptr<ModelState> FreshModel() {
 }
 
 // Radians from degrees, arcminutes and arcseconds with the program's pi.
-inline double Deg(double a) { return a * kHalfTurn / 180; }
-inline double Arcmin(double a) { return Deg(a / 60); }
-inline double Arcsec(double a) { return Deg(a / 3600); }
+inline double Deg(double a) {
+    return a * kHalfTurn / 180;
+}
+inline double Arcmin(double a) {
+    return Deg(a / 60);
+}
+inline double Arcsec(double a) {
+    return Deg(a / 3600);
+}
 
 // Fails with wanted, got and the difference when Got is farther than Tol.
-#define CHECK_NEAR(Got, Want, Tol)                                                            \
-    QVERIFY2(std::fabs((Got) - (Want)) <= (Tol),                                              \
-             qPrintable(QStringLiteral(#Got ": wanted %1, got %2, difference %3")              \
-                            .arg(Want, 0, 'g', 12).arg(Got, 0, 'g', 12).arg((Got) - (Want))))
+#define CHECK_NEAR(Got, Want, Tol)                                                \
+    QVERIFY2(std::fabs((Got) - (Want)) <= (Tol),                                  \
+             qPrintable(QStringLiteral(#Got ": wanted %1, got %2, difference %3") \
+                            .arg(Want, 0, 'g', 12)                                \
+                            .arg(Got, 0, 'g', 12)                                 \
+                            .arg((Got) - (Want))))
 
 struct Rgb {
     int r, g, b;
@@ -54,13 +62,16 @@ inline Rgb PixelAt(const cPicture& pic, int x, int y) {
     return {int(c % 256), int((c / 256) % 256), int(c / 65536)};
 }
 // The pixels of Pic that differ from those wanted, as "x,y: wanted .., got ..".
-inline QString WrongPixels(const cPicture& Pic, std::initializer_list<std::pair<QPoint, Rgb>> Wants) {
+inline QString WrongPixels(const cPicture& Pic,
+                           std::initializer_list<std::pair<QPoint, Rgb>> Wants) {
     QString wrong;
     for (const auto& [at, want] : Wants) {
         const Rgb got = PixelAt(Pic, at.x(), at.y());
         if (!(got == want))
             wrong += QStringLiteral("%1,%2: wanted %3, got %4; ")
-                         .arg(at.x()).arg(at.y()).arg(toString(want), toString(got));
+                         .arg(at.x())
+                         .arg(at.y())
+                         .arg(toString(want), toString(got));
     }
     return wrong;
 }

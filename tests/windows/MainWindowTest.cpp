@@ -133,21 +133,12 @@ class MainWindowTest : public QObject {
     // arcminutes with 2 decimals, arcseconds with 1 (0.99999' is 59.9994",
     // shown 60"; 0.99999 degree is 59.9994', shown 60').
     void AnglesAsText() {
-        const struct {
-            double Angle;
-            std::string Text;
-        } angles[] = {{0, "0\""},
-                      {-1e-9, "0\""},
-                      {Deg(0.5), "30'"},
-                      {Deg(-0.5), "-30'"},
-                      {Deg(1.5), "1.5\u00B0"},
-                      {Deg(12.3456), "12.35\u00B0"},
-                      {Arcmin(0.99999), "60\""},
-                      {Deg(0.99999), "60'"},
-                      {Arcmin(7.891), "7.89'"},
-                      {Arcsec(12.34), "12.3\""}};
-        for (const auto& a : angles)
-            QCOMPARE(QString::fromStdString(ErrStr(a.Angle)), QString::fromStdString(a.Text));
+        QStringList got;
+        for (double a : {0.0, -1e-9, Deg(0.5), Deg(-0.5), Deg(1.5), Deg(12.3456), Arcmin(0.99999),
+                         Deg(0.99999), Arcmin(7.891), Arcsec(12.34)})
+            got << QString::fromStdString(ErrStr(a));
+        QCOMPARE(got, (QStringList{"0\"", "0\"", "30'", "-30'", "1.5\u00B0", "12.35\u00B0", "60\"",
+                                   "60'", "7.89'", "12.3\""}));
     }
 };
 QTEST_MAIN(MainWindowTest)

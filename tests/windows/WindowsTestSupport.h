@@ -32,15 +32,9 @@ inline std::unique_ptr<ModelState> FreshModel() {
 }
 
 // Radians from degrees, arcminutes and arcseconds with the program's pi.
-inline double Deg(double a) {
-    return a * kHalfTurn / 180;
-}
-inline double Arcmin(double a) {
-    return Deg(a / 60);
-}
-inline double Arcsec(double a) {
-    return Deg(a / 3600);
-}
+inline const auto Deg = [](double a) { return a * kHalfTurn / 180; };
+inline const auto Arcmin = [](double a) { return Deg(a / 60); };
+inline const auto Arcsec = [](double a) { return Deg(a / 3600); };
 
 // Fails with wanted, got and the difference when Got is farther than Tol.
 #define CHECK_NEAR(Got, Want, Tol)                                                \

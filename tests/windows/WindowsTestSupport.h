@@ -37,12 +37,10 @@ inline const auto Arcmin = [](double a) { return Deg(a / 60); };
 inline const auto Arcsec = [](double a) { return Deg(a / 3600); };
 
 // Fails with wanted, got and the difference when Got is farther than Tol.
-#define CHECK_NEAR(Got, Want, Tol)                                                \
-    QVERIFY2(std::fabs((Got) - (Want)) <= (Tol),                                  \
-             qPrintable(QStringLiteral(#Got ": wanted %1, got %2, difference %3") \
-                            .arg(Want, 0, 'g', 12)                                \
-                            .arg(Got, 0, 'g', 12)                                 \
-                            .arg((Got) - (Want))))
+#define CHECK_NEAR(Got, Want, Tol)                                                           \
+    QVERIFY2(std::fabs((Got) - (Want)) <= (Tol),                                             \
+             qPrintable(QString::asprintf(#Got ": wanted %.12g, got %.12g, difference %.3g", \
+                                          double(Want), double(Got), (Got) - (Want))))
 
 struct Rgb {
     int r, g, b;
@@ -59,13 +57,11 @@ inline Rgb PixelAt(const cPicture& pic, int x, int y) {
 inline QString WrongPixels(const cPicture& Pic,
                            std::initializer_list<std::pair<QPoint, Rgb>> Wants) {
     QString wrong;
-    for (const auto& [at, want] : Wants) {
-        const Rgb got = PixelAt(Pic, at.x(), at.y());
-        if (!(got == want))
-            wrong += QStringLiteral("%1,%2: wanted %3, got %4; ")
-                         .arg(at.x())
-                         .arg(at.y())
-                         .arg(toString(want), toString(got));
+    for (const auto& [at, w] : Wants) {
+        const Rgb g = PixelAt(Pic, at.x(), at.y());
+        if (!(g == w))
+            wrong += QString::asprintf("%d,%d: wanted %d,%d,%d, got %d,%d,%d; ", at.x(), at.y(),
+                                       w.r, w.g, w.b, g.r, g.g, g.b);
     }
     return wrong;
 }

@@ -1,6 +1,5 @@
-// The main window as an operator uses it over a real fit: its figures, a
-// press on a dot that refits, Save As and Open with their questions and
-// messages; and angles as text.
+// The main window over a real fit: its figures, a press on a dot that refits,
+// Save As and Open with their questions and messages; angles as text.
 #include <fstream>
 
 #include "windows/DisplayFigures.h"
@@ -77,10 +76,9 @@ class MainWindowTest : public QObject {
         QCOMPARE(w.lblNum->text(), QStringLiteral("40/40"));
     }
 
-    // Save As to a bare name adds ".AZT". Open asks first: No ends it before
-    // any chooser, Yes with the chooser cancelled changes nothing, Yes with
-    // the saved file brings its points back, names the file and refits; a
-    // file that is no calibration is said to be so.
+    // Save As adds ".AZT" to a bare name. Open asks first: No ends it, Yes and
+    // a cancelled chooser change nothing, Yes and the saved file bring its
+    // points back, name the file and refit; a file that is no calibration is said so.
     void SaveThenOpen() {
         QTemporaryDir dir;
         auto s = SyntheticRun(Arcsec(30));
@@ -129,9 +127,8 @@ class MainWindowTest : public QObject {
         QVERIFY(v.DisplayEnabled());
     }
 
-    // Angles in the unit their unrounded size calls for: degrees and
-    // arcminutes with 2 decimals, arcseconds with 1 (0.99999' is 59.9994",
-    // shown 60"; 0.99999 degree is 59.9994', shown 60').
+    // Angles in the unit their unrounded size calls for, 2 decimals but 1 for
+    // arcseconds (0.99999' is 59.9994", shown 60"; 0.99999 deg shows 60').
     void AnglesAsText() {
         QStringList got;
         for (double a : {0.0, -1e-9, Deg(0.5), Deg(-0.5), Deg(1.5), Deg(12.3456), Arcmin(0.99999),

@@ -116,10 +116,9 @@ class PlotsTest : public QObject {
         }
     }
 
-    // The sky map: 45 degrees from the zenith is half the rim out: north up at 154 - 66.22 = 87.78,
-    // west (SkyPhi 90 degrees) left; the horizon due south at 286.44. The program's pi, 4.1e-10
-    // above the true one, moves a point by up to 5.4e-8 pixel: hence 1e-6. Rings of Rim, Rim *
-    // 0.667, Rim * 0.333.
+    // The sky map: 45 degrees from the zenith is half the rim out, north up at
+    // 87.78, west left; the horizon due south at 286.44. The program's pi, 4.1e-10
+    // off, moves a point by 5.4e-8 pixel at most. Rings of Rim, 0.667, 0.333 Rim.
     void SkyMapPoints() {
         auto s = FreshModel();
         s->NumCalPoints = 3;

@@ -1,6 +1,5 @@
-// The table windows over a fit as an operator uses them, with the main
-// window following their refits; the README's pictures of them and of the
-// plot command.
+// The table windows over a fit, with the main window following their refits;
+// the README's pictures of them and of the plot command.
 #include <QCheckBox>
 #include <QDir>
 #include <QProcess>
@@ -46,9 +45,8 @@ QString Range(int From, int To) {
 class TableWindowsTest : public QObject {
     Q_OBJECT
   private slots:
-    // Each box or button refits once and the main window's count follows;
-    // rows marked by a press of any button go after "Yes" to the question,
-    // stay after "No".
+    // Each box or button refits once, the main window follows; rows marked by a
+    // press of any button go after "Yes" to the question, stay after "No".
     void CalPointsBoxesAndDeleteRefit() {
         auto s = ClientModel(5);
         ProcessWindows p(*s);
@@ -83,9 +81,8 @@ class TableWindowsTest : public QObject {
         QVERIFY(!w.cmdDel->isEnabled());
     }
 
-    // Theta from -half to +half a turn, Phi from 0 to a full turn, in
-    // degrees, minutes and seconds (0.5 rad = 28.6479 degrees = 28° 38'
-    // 52.4"); the error with one decimal below 1000".
+    // Theta in -half..half a turn, Phi in 0..a turn (0.5 rad = 28.6479 degrees
+    // = 28° 38' 52.4"); the error with one decimal below 1000".
     void CalPointsCellsOfAPoint() {
         auto s = FreshModel();
         QStringList got;
@@ -122,10 +119,9 @@ class TableWindowsTest : public QObject {
         }
     }
 
-    // The sample as the README shows it. The plot command writes, without a
-    // display, the pictures the windows show of the file (one goes to the
-    // README); a file that is no calibration exits 3 and writes nothing. Then
-    // the table windows with one point out and one row marked.
+    // The plot command writes, without a display, the windows' pictures of the
+    // sample (one for the README); a file that is no calibration exits 3 and
+    // writes nothing. Then the table windows, one point out and one row marked.
     void PicturesForTheReadme() {
         auto s = std::make_unique<ModelState>();
         fMain m(*s);

@@ -82,9 +82,8 @@ class WindowLifeTest : public QObject {
         }
     }
 
-    // In the run's pump: after 3 kept steps "Reset" sets PhiSF to 1; the next
-    // step starts from there, fails against the run's best and puts the best
-    // back; a click then ends the run with no further step.
+    // After 3 kept steps "Reset" sets PhiSF to 1; the next step fails against the
+    // run's best and puts it back; a click then ends the run with no further step.
     void ScaleSearchResetThenStopped() {
         auto s = ScaleErrorModel();
         StillWindows p(*s);
@@ -113,9 +112,8 @@ class WindowLifeTest : public QObject {
         QCOMPARE(s->PhiSF, best);
     }
 
-    // With no point in use nothing is strictly better: the run ends by
-    // itself at the 61st rejected step with the factors as they were, shown
-    // by their deviation (1.00012345678 is 0.0123 %, 0.9999 is -0.01 %).
+    // With no point in use nothing is better: the run ends at the 61st rejected
+    // step, the factors as they were (1.00012345678 is 0.0123 %, 0.9999 -0.01 %).
     void ScaleSearchEndsAtThe61stRejection() {
         auto s = FreshModel();
         s->PhiSF = 1.00012345678;
@@ -128,9 +126,8 @@ class WindowLifeTest : public QObject {
         QCOMPARE(got, (QStringList{"0/61", "0.0123%", "-0.01%"}));
     }
 
-    // The window closed during a run, by hand or by a client's Dispose, ends
-    // the run with the step under way; the object goes once the run has
-    // returned, never while it runs.
+    // Closed during a run, by hand or a client's Dispose, the window ends the run
+    // with the step under way and goes once the run has returned, not before.
     void ClosingTheWindowEndsTheRun() {
         for (bool byHand : {true, false}) {
             auto s = ScaleErrorModel();

@@ -1,15 +1,19 @@
-// Windows built at first use and dropped when closed, and the scale factor
-// search reset, stopped and closed under as it runs.
+// Windows built at first use, met by queued calls during their load and
+// dropped when closed; the scale factor search reset, stopped and closed
+// under as it runs.
 #include "model/ScaleErrorMount.h"
+#include "server/cAztrue.h"
 #include "windows/WindowsTestSupport.h"
 
 namespace {
 
-// A window whose load lets queued events run, as the main window's does.
-struct PumpingWindow : QWidget {
-    PumpingWindow() { ++Built; }
-    void FormLoad() { QCoreApplication::processEvents(); }
-    static inline int Built = 0;
+// A load gives the new main window its title: one change per load.
+struct LoadCounter : QObject {
+    bool eventFilter(QObject* o, QEvent* e) override {
+        Loads += e->type() == QEvent::WindowTitleChange && qobject_cast<fMain*>(o);
+        return false;
+    }
+    int Loads = 0;
 };
 
 // Steps kept and tried, from lblStats.
@@ -40,23 +44,44 @@ void RunWith(fAdvanced& w, std::function<bool()> Step) {
 class WindowLifeTest : public QObject {
     Q_OBJECT
   private slots:
-    // A request that the load's event pump serves gets the window being
-    // loaded; a closed window is dropped at once and built anew.
-    void OneWindowUnderReentrantRequests() {
-        PumpingWindow::Built = 0;
-        LazyWindow<PumpingWindow> slot([] { return new PumpingWindow; });
-        PumpingWindow* queued = nullptr;
-        QTimer::singleShot(0, [&] { queued = &slot.Get(); });
-        PumpingWindow& w = slot.Get();
-        QCOMPARE(queued, &w);
-        QCOMPARE(PumpingWindow::Built, 1);
-        w.close();
-        QVERIFY(slot.IfLoaded() == nullptr);
-        QVERIFY(&slot.Get() != &w);
-        QCOMPARE(PumpingWindow::Built, 2);
+    // Client calls queued behind one that loads the main window run inside
+    // its load and meet that one window in the order sent. A AddCalPoint, S
+    // ShowAztrue, K KillAztrue; loads counted by the title each gives, main
+    // windows shown after the last call. SK: the refresh of ShowAztrue loads
+    // again the window that K closed.
+    void QueuedCallsMeetTheWindowBeingLoaded() {
+        const struct {
+            QString Calls;
+            int Loads, Shown;
+        } cases[] = {{"AAAAAA", 1, 0}, {"SK", 2, 0}, {"ASK", 1, 0}, {"AKS", 1, 1}};
+        for (const auto& c : cases) {
+            auto s = ClientModel(0);
+            ProcessWindows p(*s);
+            cAztrue server(p.chain);
+            LoadCounter counter;
+            qApp->installEventFilter(&counter);
+            qsizetype served = 0;
+            int shown = -1;
+            for (const QChar call : c.Calls) {
+                QTimer::singleShot(0, [&, call] {
+                    if (call == 'A') server.AddCalPoint(0.1, 0.2, 0.3, 0.4, 0.5, 2451545, "", "");
+                    if (call == 'S') server.ShowAztrue();
+                    if (call == 'K') server.KillAztrue();
+                    if (++served < c.Calls.size()) return;
+                    shown = 0;
+                    for (QWidget* w : QApplication::topLevelWidgets())
+                        shown += qobject_cast<fMain*>(w) && w->isVisible();
+                });
+            }
+            QTRY_COMPARE(served, c.Calls.size());
+            qApp->removeEventFilter(&counter);
+            QCOMPARE(QString("%1 loads, %2 shown").arg(counter.Loads).arg(shown),
+                     QString("%1 loads, %2 shown").arg(c.Loads).arg(c.Shown));
+        }
     }
 
-    // The main window's unload keeps itself and the map; a client's
+    // The main window's unload keeps itself and the map (the Virtual Telescope
+    // goes with the rest); a client's
     // KillAztrue and Dispose keep only the map, which is never closed for
     // others. The next refit loads the main window again over the same model.
     void WhichWindowsEachCloseLeaves() {
@@ -70,6 +95,7 @@ class WindowLifeTest : public QObject {
             WindowSet& ws = p.Windows();
             ws.Main.Get(), ws.Errors.Get(), ws.CalPoints.Get(), ws.Setup.Get();
             ws.Analysis.Get(), ws.Advanced.Get(), ws.Test.Get(), ws.AutoAlign.Get();
+            ws.VirtualScope.Get();
             close(p);
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             QStringList loaded;  // the window objects still there

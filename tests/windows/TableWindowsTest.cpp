@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QProcess>
+#include <QRegularExpression>
 
 #include "windows/CalPointsTable.h"
 #include "windows/WindowsTestSupport.h"
@@ -99,7 +100,7 @@ class TableWindowsTest : public QObject {
     // Each preset refits with its terms, and the cells of the terms it
     // leaves out are empty: Equatorial 31 to 46; Alt-Az 13 to 20, 25 to 28,
     // 33 to 46; Disable All all but Cone and Hub.
-    void ModelParametersPresetsRefit() {
+    void ModelParametersPresetsRefitAndTooltips() {
         auto s = ClientModel(40);
         ProcessWindows p(*s);
         p.Windows().Main.Get().cmdMountErrors->click();
@@ -117,6 +118,21 @@ class TableWindowsTest : public QObject {
             QCOMPARE(p.display.Fits, fits + 1);
             QCOMPARE(EmptyCells(w), empty);
         }
+        // The cone, 8e-4 rad (165") under 3" of noise on 40 stars, is real:
+        // beyond 3 standard errors. Its tooltip's error (arcseconds, 1 decimal)
+        // times its significance is the value shown (arcminutes, 2 decimals)
+        // within those roundings. Term 13, left out of the alt-az set, has none.
+        QTest::mouseClick(w.cmdAltAz, Qt::LeftButton);
+        auto* cone = w.findChild<QLabel*>(QStringLiteral("lblErr_5"));
+        const auto m = QRegularExpression(
+                           QStringLiteral("^Standard error ([0-9.]+)\", significance ([0-9.]+)$"))
+                           .match(cone->toolTip());
+        QVERIFY2(m.hasMatch() && cone->text().endsWith('\''), qPrintable(cone->toolTip()));
+        const double value = cone->text().chopped(1).toDouble() * 60;
+        const double sigma = m.captured(1).toDouble(), ratio = m.captured(2).toDouble();
+        QVERIFY2(ratio > 3 && std::fabs(ratio * sigma - value) <= 0.3 + 0.05 * (ratio + sigma),
+                 qPrintable(QString("%1\" against %2 x %3").arg(value).arg(ratio).arg(sigma)));
+        QCOMPARE(w.findChild<QLabel*>(QStringLiteral("lblErr_13"))->toolTip(), QString());
     }
 
     // The plot command writes, without a display, the windows' pictures of the

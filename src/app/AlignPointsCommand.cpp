@@ -1,12 +1,12 @@
 #include "app/AlignPointsCommand.h"
 
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 
+#include "app/CommandWords.h"
 #include "autoalign/AlignPoints.h"
 #include "autoalign/HorizonFile.h"
 #include "model/Constants.h"
@@ -39,12 +39,6 @@ bool IndexOf(const char* const (&names)[N], const std::string& word, int& index)
     return false;
 }
 
-bool ParseCount(const std::string& word, int32_t& count) {
-    const char* end = word.data() + word.size();
-    const auto res = std::from_chars(word.data(), end, count);
-    return res.ec == std::errc() && res.ptr == end && count >= 1;
-}
-
 // False with a message on err for a bad word.
 bool ParseOptions(const std::vector<std::string>& args, Options& o, std::ostream& err) {
     for (size_t i = 0; i < args.size(); ++i) {
@@ -73,7 +67,7 @@ bool ParseOptions(const std::vector<std::string>& args, Options& o, std::ostream
         } else if (a == "--mount") {
             ok = IndexOf(kMountNames, v, o.Mount);
         } else if (a == "--count") {
-            ok = ParseCount(v, o.Count);
+            ok = ParseWhole<int32_t>(v, o.Count, 1, INT32_MAX);
         } else {
             ok = IndexOf(kOrderNames, v, o.Order);
         }
@@ -179,11 +173,9 @@ std::string AlignPointsCommandHelp() {
 
 int RunAlignPointsCommand(const std::vector<std::string>& args, const std::string& ProgramFolder,
                           std::ostream& out, std::ostream& err) {
-    for (const std::string& a : args) {
-        if (a == "--help" || a == "-h") {
-            out << AlignPointsCommandHelp();
-            return kAlignPointsOk;
-        }
+    if (AsksForHelp(args)) {
+        out << AlignPointsCommandHelp();
+        return kAlignPointsOk;
     }
     Options o;
     if (!ParseOptions(args, o, err)) return kAlignPointsUsageError;

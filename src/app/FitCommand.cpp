@@ -1,11 +1,11 @@
 #include "app/FitCommand.h"
 
-#include <charconv>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <optional>
 
+#include "app/CommandWords.h"
 #include "app/FitReport.h"
 #include "app/ScaleSearchReport.h"
 #include "files/CalFile.h"
@@ -70,13 +70,6 @@ bool IsOption(const std::vector<std::string>& args, size_t& i, const std::string
         Value = args[++i];
     }
     return true;
-}
-
-// A seed is a whole number that fits 32 bits, digits only.
-bool ParseSeed(const std::string& text, uint32_t& seed) {
-    const char* end = text.data() + text.size();
-    const auto [stop, ec] = std::from_chars(text.data(), end, seed);
-    return !text.empty() && ec == std::errc() && stop == end;
 }
 
 }  // namespace
@@ -149,7 +142,7 @@ int RunFitCommand(const std::vector<std::string>& args, std::ostream& out, std::
             }
         } else if (IsOption(args, i, "--seed", value)) {
             seed.emplace();
-            if (!value || !ParseSeed(*value, *seed)) {
+            if (!value || !ParseWhole<uint32_t>(*value, *seed, 0, UINT32_MAX)) {
                 err << "aztrue fit: --seed needs a whole number from 0 to 4294967295\n";
                 return kFitUsageError;
             }

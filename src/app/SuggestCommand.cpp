@@ -1,11 +1,11 @@
 #include "app/SuggestCommand.h"
 
-#include <charconv>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 
+#include "app/CommandWords.h"
 #include "app/ReportText.h"
 #include "autoalign/AlignPoints.h"
 #include "autoalign/HorizonFile.h"
@@ -25,12 +25,6 @@ struct Options {
     bool Json = false;
 };
 
-bool ParseCount(const std::string& word, int& count) {
-    const char* end = word.data() + word.size();
-    const auto res = std::from_chars(word.data(), end, count);
-    return res.ec == std::errc() && res.ptr == end && count >= 1 && count <= kMaxSuggestedPoints;
-}
-
 // False with a message on err for a bad word.
 bool ParseOptions(const std::vector<std::string>& args, Options& o, std::ostream& err) {
     for (size_t i = 0; i < args.size(); ++i) {
@@ -45,7 +39,7 @@ bool ParseOptions(const std::vector<std::string>& args, Options& o, std::ostream
             const std::string& v = args[++i];
             if (a == "--horizon") {
                 o.Horizon = v;
-            } else if (!ParseCount(v, o.Count)) {
+            } else if (!ParseWhole(v, o.Count, 1, kMaxSuggestedPoints)) {
                 err << "aztrue suggest: bad value \"" << v << "\" for --count: a whole number "
                     << "from 1 to " << kMaxSuggestedPoints << "\n";
                 return false;
@@ -130,11 +124,9 @@ std::string SuggestCommandHelp() {
 
 int RunSuggestCommand(const std::vector<std::string>& args, const std::string& ProgramFolder,
                       std::ostream& out, std::ostream& err) {
-    for (const std::string& a : args) {
-        if (a == "--help" || a == "-h") {
-            out << SuggestCommandHelp();
-            return kSuggestOk;
-        }
+    if (AsksForHelp(args)) {
+        out << SuggestCommandHelp();
+        return kSuggestOk;
     }
     Options o;
     if (!ParseOptions(args, o, err)) return kSuggestUsageError;

@@ -1,10 +1,10 @@
 #include "app/SynthCommand.h"
 
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <memory>
 
+#include "app/CommandWords.h"
 #include "files/CalFile.h"
 #include "model/Constants.h"
 #include "model/ImaginaryMount.h"
@@ -43,13 +43,6 @@ const NumberOption kNumberOptions[] = {
     {"--lst", kHalfTurn / 12, 0, 24, &ImaginaryMount::FirstLST},
     {"--noise", kHalfTurn / 180 / 3600, 0, 3600, &ImaginaryMount::NoiseRMS},
 };
-
-template <class T>
-bool ParseWhole(const std::string& word, T& value, T low, T high) {
-    const char* end = word.data() + word.size();
-    const auto res = std::from_chars(word.data(), end, value);
-    return res.ec == std::errc() && res.ptr == end && value >= low && value <= high;
-}
 
 bool ParseValue(const std::string& a, const std::string& v, Options& o) {
     if (a == "--out") {
@@ -150,11 +143,9 @@ std::string SynthCommandHelp() {
 
 int RunSynthCommand(const std::vector<std::string>& args, const std::string& ProgramFolder,
                     std::ostream& out, std::ostream& err) {
-    for (const std::string& a : args) {
-        if (a == "--help" || a == "-h") {
-            out << SynthCommandHelp();
-            return kSynthOk;
-        }
+    if (AsksForHelp(args)) {
+        out << SynthCommandHelp();
+        return kSynthOk;
     }
     Options o;
     o.Mount = SampleMount();
